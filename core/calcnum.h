@@ -1,0 +1,73 @@
+#pragma once
+// Numerics over a slot: root finding, the work integral, and liquid-vapour equilibrium.
+// Molar volumes in l/mol, temperatures in K, pressures in atm.
+
+#include <functional>
+#include <optional>
+#include <string_view>
+
+#include "core/slots.h"
+
+namespace tavo::calcnum {
+
+/// Newton iteration x <- x - F/F' from x0 until |dx/x| < 1e-4, for the unknown "v" (molar volume, `known` is T) or
+/// "t" (temperature, `known` is the molar volume). There is no limit and no damping; a fault of the arithmetic, a
+/// combination without a residual (model 0; "t" with models 1, 5, 6, 7, 8) and an iteration that has entered a cycle
+/// throw FloatingPointError.
+double newton(std::string_view unknown, EquationOfState equation, const SlotTable& table, int slot, double p,
+              double known, double x0);
+
+/// How a converged Newton solve ended, for tests and measurements.
+struct NewtonTrace {
+    double x;
+    long steps;
+};
+NewtonTrace newton_trace(std::string_view unknown, EquationOfState equation, const SlotTable& table, int slot, double p,
+                         double known, double x0);
+
+/// Roots of x^3 + a2 x^2 + a1 x + a0 by Cardano's and the arctangent form; a single real root is returned in all three.
+/// x3 is the largest value. The arctangent form picks the branch of q < 0 (for q > 0 the three values are shifted away
+/// from the roots). Throws FloatingPointError for a double root with -q/2 < 0 and for q = 0 with three real roots.
+struct CubicRoots {
+    double x1, x2, x3;
+};
+CubicRoots cubic_roots(double a2, double a1, double a0);
+
+/// Temperature at which the slot's n moles have pressure p in volume v, following temperature-dependent automatic
+/// coefficients (models 5, 7, 8) unless the slot's coefficients were set by hand. Model 0, 1, 5, 6 linear, 2 and 7, 8
+/// quadratic, 4 cubic in sqrt(T), 3 and 9 the Newton solver. Throws FloatingPointError where no positive temperature
+/// exists.
+double temperature(const SlotTable& table, int slot, double v, double p);
+
+/// Integral of P dVm between molar volumes v1 and v2 at the slot's T [atm l/mol]: composite Simpson rule with exactly
+/// 1000 subintervals for models 3 and 9, the difference of the antiderivative for the others.
+double work_integral(const EquationSlot& slot, double v1, double v2);
+
+/// Coexisting liquid and gas.
+struct Saturation {
+    double pv;  // vapour pressure [atm]
+    double vl;  // molar volume of the saturated liquid [l/mol]
+    double vg;  // molar volume of the saturated gas [l/mol]
+};
+
+/// Equal-area (Maxwell) state of the slot's model and coefficients at temperature t. Empty where t >= Tc - 0.005 K, the
+/// model has no loop with a positive maximum, or the pressure underflows.
+std::optional<Saturation> saturation(const EquationSlot& slot, double t);
+
+/// The fixed interface: Pv, or -1 leaving vl and vg alone.
+double vapour_pressure(const SlotTable& table, int slot, double t, double& vl, double& vg);
+
+/// Loads slot 0's coefficients again at the temperature it now holds.
+using Reload = std::function<void(EquationSlot&)>;
+
+/// Enthalpy of vaporisation of slot 0 [atm l/mol] by the two-point Clapeyron rule with T +- 0.5 K, or -1. vl and vg are
+/// those of T. `reload` is called after each change of the slot's temperature; at the end the slot holds t again.
+double vaporisation_enthalpy(SlotTable& table, double t, double vl, double vg, const Reload& reload);
+
+/// The two volumes where dP/dVm = 0 (liquid side, gas side), or empty without a loop.
+struct Spinodals {
+    double liquid, gas;
+};
+std::optional<Spinodals> spinodals(const EquationSlot& slot, double t);
+
+}  // namespace tavo::calcnum

@@ -1,0 +1,99 @@
+#pragma once
+// Settings files: "[section]" headers and key=value lines, read and rewritten line by line.
+// Names compare case-insensitively; a missing section or key reads as the empty text. In memory text is UTF-8; the
+// file is Windows-1252, or UTF-8 when it begins with a byte-order mark.
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/file_system.h"
+
+namespace tavo::confreg {
+
+/// Where rewriting happens: the temporary file fich.tmp lies in the program's folder, whatever file is rewritten.
+struct Site {
+    std::filesystem::path program_folder;
+    FileSystem* files = &real_file_system();
+
+    std::filesystem::path temporary() const { return program_folder / "fich.tmp"; }
+};
+
+/// The parsed text of one settings file. The seven operations below, and edits of many keys at once, act on it; nothing
+/// is written until `rewrite`. After any sequence of edits, bytes() is what the same sequence of single file operations
+/// would leave.
+class Text {
+public:
+    /// From the bytes of a file.
+    explicit Text(std::string_view bytes);
+    Text(Text&&) noexcept;
+    Text& operator=(Text&&) noexcept;
+    ~Text();
+
+    std::string leerclave(std::string_view section, std::string_view key) const;
+    std::int16_t lineaseccion(std::string_view section) const;
+    std::vector<std::string> listasecciones() const;
+    /// The section's key lines in file order, keys as they stand, values trimmed. Lines without "=" throw
+    /// InvalidArgument.
+    std::vector<std::pair<std::string, std::string>> claves(std::string_view section) const;
+
+    void escribirclave(std::string_view section, std::string_view key, std::string_view value);
+    void asegurarseccion(std::string_view section);
+    bool borrarseccion(std::string_view section);
+    std::int16_t reemplazarlinea(std::string_view old_line, std::string_view new_line);
+
+    /// The complete file. Throws RewriteRefused for a character outside the file's encoding.
+    std::string bytes() const;
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> impl_;
+};
+
+/// Reads a settings file; FileNotFound when it is missing.
+Text read(const std::filesystem::path& path, FileSystem& files = real_file_system());
+/// Replaces the whole file crash-safely through the temporary file. Throws RewriteRefused, the file unchanged.
+void rewrite(const std::filesystem::path& path, const Text& text, const Site& site);
+void rewrite(const std::filesystem::path& path, std::string_view bytes, const Site& site);
+/// Reads, edits in memory, writes by one rewrite (none when nothing changed).
+void edit(const std::filesystem::path& path, const Site& site, const std::function<void(Text&)>& edits);
+
+// The seven operations on a file. Each reads the whole file anew. FileNotFound, InvalidArgument (a line without "="
+// inside a section that is searched), Overflow (a header shorter than two characters; a line number or count above
+// 32767).
+std::string leerclave(const std::filesystem::path& path, std::string_view section, std::string_view key);
+void escribirclave(const std::filesystem::path& path, std::string_view section, std::string_view key,
+                   std::string_view value, const Site& site);
+void asegurarseccion(const std::filesystem::path& path, std::string_view section, const Site& site);
+std::int16_t lineaseccion(const std::filesystem::path& path, std::string_view section);
+std::int16_t listasecciones(const std::filesystem::path& path, std::vector<std::string>& sections);
+bool borrarseccion(const std::filesystem::path& path, std::string_view section, const Site& site);
+std::int16_t reemplazarlinea(const std::filesystem::path& path, std::string_view old_line, std::string_view new_line,
+                             const Site& site);
+
+/// What start-up found: nothing, a left-over that was removed, or a settings file that was completed from it.
+enum class Recovery { Nothing, Removed, Completed };
+/// To be called once at start-up, before the first reading, with the settings files of the program.
+Recovery recover(const std::vector<std::filesystem::path>& settings_files, const Site& site);
+
+/// A settings file that is read again only when it has changed on the disk (time, size or identity).
+class Watched {
+public:
+    explicit Watched(std::filesystem::path path);
+    /// Current text. FileNotFound. The reference holds until the next call.
+    const Text& text();
+    const std::filesystem::path& path() const { return path_; }
+    /// Reads anew at the next call, whatever the file's time says.
+    void invalidate();
+
+private:
+    std::filesystem::path path_;
+    std::unique_ptr<Text> text_;
+    std::filesystem::file_time_type time_{};
+    std::uintmax_t size_ = 0;
+};
+
+}  // namespace tavo::confreg

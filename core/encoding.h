@@ -1,0 +1,18 @@
+#pragma once
+// Windows-1252 and UTF-8. The five bytes without a character (81 8D 8F 90 9D) pass through as U+0081 and so on.
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tavo {
+
+inline constexpr std::string_view UTF8_MARK = "\xEF\xBB\xBF";
+
+std::string utf8_from_windows1252(std::string_view bytes);
+/// Empty when a character has no byte in Windows-1252 (or the text is not UTF-8).
+std::optional<std::string> windows1252_from_utf8(std::string_view text);
+/// Lower case of the Latin, Greek and Cyrillic letters of a UTF-8 text, for comparisons; other bytes unchanged.
+std::string lower(std::string_view text);
+
+}  // namespace tavo

@@ -1,0 +1,42 @@
+#pragma once
+// The gas database "data" and the loader that turns one of its sections into a GasRecord.
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "core/confreg.h"
+#include "core/slots.h"
+
+namespace tavo::Global {
+
+/// Key "n" of section "general". Throws Overflow when it does not fit 16 bits; below 0 or missing reads as 0.
+std::int16_t gas_count(const confreg::Text& data);
+
+/// Names of gases 1..count in one pass ("" for a gas without a section or a name).
+std::vector<std::string> gas_names(const confreg::Text& data, std::int16_t count);
+
+/// Loads gas `gas` for model `equation` into `record`.
+/// Name and critical constants are always read; zc = pc vc / (R tc), or -1 for an unknown vc. The coefficients are
+/// read, and each one stored as -1 derived from the critical constants, when the model is not 0 and (reload or not
+/// keep); otherwise the record keeps those it has. `temperature` [K] is set to 1e-05 when it is exactly 0; so is `mu`.
+/// Model 6: a stored third coefficient becomes `mu`, -1 takes `mu` as it is. Throws FloatingPointError where a formula
+/// divides by zero (Tc or Pc 0), InvalidArgument for an automatic model 6 with mu <= 1.
+void cargargas(const confreg::Text& data, EquationOfState equation, std::int16_t gas, bool reload, bool keep,
+               double& temperature, double& mu, GasRecord& record);
+
+/// The same for a slot: its gas number, model, temperature, mu and parameter flag (as keep).
+/// reload: the row's gas or model changed; it also clears the parameter flag.
+void load_slot(const confreg::Text& data, EquationSlot& slot, bool reload);
+
+/// Coefficients that the critical constants give for a model, as the loader derives them for values stored as -1.
+/// w: acentric factor (7, 8), mu (6). Sources: see gas_database.cpp. Throws as cargargas.
+struct DerivedCoefficients {
+    double a, b, c, d;
+};
+DerivedCoefficients derive(EquationOfState equation, double tc, double pc, double w, double mu, double temperature);
+
+/// a(T) / a(Tc) of models 7 and 8.
+double temperature_factor(EquationOfState equation, double w, double reduced_temperature);
+
+}  // namespace tavo::Global

@@ -1,0 +1,124 @@
+#pragma once
+// What all windows share: one object, made in main and passed by reference.
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QStringList>
+#include <QStringListModel>
+#include <QWidget>
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <string>
+
+#include "core/confreg.h"
+#include "core/slots.h"
+
+enum class AmountUnit { Moles, Grams };
+
+/// What the main window and the plot ask of the gas and conditions window.
+class ConditionsView {
+public:
+    virtual ~ConditionsView() = default;
+    /// Copies the five rows of controls into slots 1 to 5 and loads them.
+    virtual void copiar_filas() = 0;
+    /// Rewrites the amounts of the five rows for the unit, from the unit shown so far.
+    virtual void cambiar_unidad(AmountUnit from, AmountUnit to) = 0;
+    /// A fresh window: clears the rows and marks their slots inactive.
+    virtual void limpiar_filas() = 0;
+    /// Rows that are switched on with a real-gas model and no gas: left out of the plot, and named in a message.
+};
+
+/// What the conditions window and the scale dialog ask of the plot window.
+class PlotView {
+public:
+    virtual ~PlotView() = default;
+    virtual void actualiza() = 0;        // rows into slots, default ranges
+    virtual void dibuja() = 0;           // range check, then the curves
+    virtual bool comprueba_rango() = 0;  // the range check alone: warns and returns false, or writes the axis labels
+    virtual void limpiar() = 0;          // empties the drawing surface
+    virtual void habilitar(bool enabled) = 0;
+};
+
+/// Plot range in litres and atm; all zero means not set yet.
+struct PlotRange {
+    double vmin = 0.0, pmin = 0.0, vmax = 0.0, pmax = 0.0;
+};
+
+class ApplicationState : public QObject {
+    Q_OBJECT
+public:
+    /// Paths only; nothing is read yet.
+    explicit ApplicationState(std::filesystem::path program_folder, QObject* parent = nullptr);
+    ~ApplicationState() override;
+
+    // Paths
+    const std::filesystem::path& program_folder() const;
+    std::filesystem::path data_path() const;      // gas database
+    std::filesystem::path language_path() const;  // language table
+    QString help_path() const;                    // help file of the active language
+    tavo::confreg::Site site() const;
+
+    // Languages. load_languages reads the list and the active language; it is fixed for the run.
+    void load_languages();
+    QStringList languages() const;
+    QString language() const;
+    /// Text of a number in the active language, "" when missing; reads the file anew when it has changed.
+    QString texto(int number) const;
+    /// The same with a literal to fall back on.
+    QString texto(int number, const QString& literal) const;
+    const tavo::confreg::Text& language_table() const;
+    void invalidate_languages();  // after the file was written
+
+    // Gases
+    const tavo::confreg::Text& data() const;  // parsed database, read anew when the file has changed
+    void load_gases();                        // gas count and names from the database
+    std::int16_t gas_count() const;
+    void set_gas_count(std::int16_t n);
+    /// Names of gases 1..n, shared by every gas list (row = gas number - 1).
+    QAbstractItemModel* gas_names() const;
+    /// After the database was written: reads it again and announces it.
+    void reload_gases();
+
+    // Conditions and plot
+    AmountUnit amount_unit() const;
+    void set_amount_unit(AmountUnit unit);
+    tavo::SlotTable& slot_table();
+    bool slots_initialised = false;
+    int current_row = 1;
+    int calculation_mode = 0;
+    int plot_shown = 0;
+    bool calculating = false;  // silences selector labels
+    PlotRange default_range, current_range;
+    bool thermocouple_in_use = false;
+    bool manometer_in_use = false;
+
+    // Windows: created on first use, reused. Factories are registered in main under the window's name.
+    using Factory = std::function<QWidget*()>;
+    void register_window(const QString& name, Factory factory);
+    bool has_window(const QString& name) const;       // a factory is known: its menu entry can be enabled
+    QWidget* window(const QString& name);             // created if needed, not shown
+    QWidget* open_window(const QString& name) const;  // nullptr while it does not exist
+    void show_window(const QString& name);            // created if needed, shown whole, brought forward
+    ConditionsView* conditions();                     // the conditions window, created if needed
+    PlotView* plot() const;                           // nullptr while the plot window does not exist
+
+    /// A sentence for the status line of the main window (0 ms: until the next one).
+    void set_status(const QString& text, int milliseconds = 0);
+
+signals:
+    void gases_changed();
+    void amount_unit_changed(AmountUnit unit);
+    void slot_changed(int slot);          // somebody else changed a slot that a window shows
+    void plot_window_changed(bool open);  // the plot window was opened or closed
+    void calculation_mode_changed(int mode);
+    void status_changed(const QString& text, int milliseconds);
+    void show_requested(QWidget* window);  // the main window places and raises it
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> impl_;
+};

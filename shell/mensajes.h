@@ -1,0 +1,20 @@
+#pragma once
+// The one door to message boxes. The program shows a modal QMessageBox; tests record and answer.
+
+#include <QString>
+
+/// Button that ended a box.
+enum class Respuesta { Aceptar, Si, No, Cancelar };
+
+/// Style numbers: 0 plain, 16 critical, 48 exclamation, 64 information (all with OK), 51 exclamation with yes, no and
+/// cancel (a question), 36 question with yes and no.
+inline bool es_pregunta(int estilo) {
+    return (estilo & 0x0F) != 0;
+}
+
+class Mensajes {
+public:
+    virtual ~Mensajes() = default;
+    /// An empty title shows the program's name.
+    virtual Respuesta mostrar(const QString& texto, int estilo, const QString& titulo) = 0;
+};
