@@ -30,9 +30,10 @@ struct CoefficientText {
 struct Model {
     EquationOfState number;
     std::string_view caption;                // literal caption; empty where the language table names it
+    std::string_view name;                   // in error sentences: "van der waals"
     int caption_string;                      // number in the language table (85, 86), or 0
     int stored;                              // how many c(e,k) the gas record holds
-    std::span<const CoefficientText> texts;  // as shown beside the boxes, in the order a, b, c, d
+    std::span<const CoefficientText> texts;  // as shown beside the boxes, in the order a, b, c, d (mu apart)
     /// Pressure of one mole at molar volume vm, inside the domain [atm]. May give a value that is not finite.
     double (*pressure)(const Coefficients& k, double t, double vm);
     /// Molar volume that vm must exceed [l/mol]: b, b/4 (Dieterici-Sadus) or 0.
