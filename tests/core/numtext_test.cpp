@@ -1,0 +1,159 @@
+#include "core/numtext.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "core/errors.h"
+
+namespace {
+
+constexpr double LARGEST = std::numeric_limits<double>::max();
+constexpr double INFINITE = std::numeric_limits<double>::infinity();
+constexpr double NOT_A_NUMBER = std::numeric_limits<double>::quiet_NaN();
+
+TEST(Val, ReadsTheLongestLeadingNumber) {
+    struct Case {
+        std::string_view text;
+        double x;
+    };
+    const Case cases[]{
+        {"", 0.0},
+        {"   ", 0.0},
+        {"5", 5.0},
+        {" \t\r\n 1.5", 1.5},
+        {"+7", 7.0},
+        {"-1", -1.0},
+        {"-", 0.0},
+        {"+", 0.0},
+        {"+-2", 0.0},
+        {"- 2", 0.0},
+        {".", 0.0},
+        {"-.", 0.0},
+        {".5", 0.5},
+        {"5.", 5.0},
+        {"1.2.3", 1.2},
+        {"1 2", 1.0},
+        {"12abc", 12.0},
+        {"abc", 0.0},
+        {"3,5", 3.0},
+        {"1e3", 1000.0},
+        {"1.5E-07", 1.5e-7},
+        {"1E+16", 1e16},
+        {"1e", 1.0},
+        {"1e+", 1.0},
+        {"2e-x", 2.0},
+        {"e5", 0.0},
+        {".e5", 0.0},
+        {"1d3", 1.0},
+        {"0x10", 0.0},
+        {"inf", 0.0},
+        {"-infinity", 0.0},
+        {"nan", 0.0},
+        {"0.1", 0.1},
+        {"304.1282\xC2\xBAK", 304.1282},
+        {"123456789012345678901234567890", 123456789012345678901234567890.0},
+        {"5e-324", 5e-324},
+        {"1e400", LARGEST},
+        {"-1e400", -LARGEST},
+        {"0.000001e999999999999999999999", LARGEST},
+        {"1e-400", 0.0},
+        {"-1e-99999999999999999999999", 0.0},
+        {"0e999999999999999999999999", 0.0},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(tavo::Val(c.text), c.x) << '"' << c.text << '"';
+    EXPECT_EQ(tavo::Val(std::string(400, '9')), LARGEST);
+    EXPECT_EQ(tavo::Val("0." + std::string(400, '0') + "9"), 0.0);
+    EXPECT_FALSE(std::signbit(tavo::Val("-0")));
+}
+
+TEST(Format, RoundsHalfAwayFromZeroOnTheDecimalValue) {
+    struct Case {
+        double x;
+        std::string_view pattern, text;
+    };
+    const Case cases[]{
+        {0.125, "####0.00", "0.13"},
+        {-0.125, "####0.00", "-0.13"},
+        {1.005, "0.00", "1.01"},
+        {2.675, "##0.00", "2.68"},
+        {2.674999, "##0.00", "2.67"},
+        {0.5, "###", "1"},
+        {0.49, "###", ""},
+        {-0.49, "###", ""},
+        {0.0, "###", ""},
+        {1.5, "###", "2"},
+        {2.5, "###", "3"},
+        {1234.0, "###", "1234"},
+        {0.0, "####0.0000", "0.0000"},
+        {-0.0, "####0.0000", "0.0000"},
+        {-0.00001, "####0.0000", "0.0000"},
+        {0.00005, "####0.0000", "0.0001"},
+        {0.00004999, "####0.0000", "0.0000"},
+        {0.05, "####0.0", "0.1"},
+        {0.049, "####0.0", "0.0"},
+        {9.995, "##0.00", "10.00"},
+        {99999.9999996, "####0.000000", "100000.000000"},
+        {0.9996, "##0.000", "1.000"},
+        {300.0, "##0.000", "300.000"},
+        {123456.7, "##0.00", "123456.70"},
+        {0.5, "###.00", ".50"},
+        {7.0, "000.0", "007.0"},
+        {1.25, "0.0##", "1.25"},
+        {1.0, "0.0##", "1.0"},
+        {1e22, "####0.0", "10000000000000000000000.0"},
+        {1.5e-300, "####0.000000", "0.000000"},
+        {5e-324, "0.00", "0.00"},
+        {NOT_A_NUMBER, "0.00", ""},
+        {-INFINITE, "0.00", ""},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(tavo::Format(c.x, c.pattern), c.text) << c.x << " in " << c.pattern;
+    EXPECT_EQ(tavo::Format(LARGEST, "0").size(), 309u);
+    EXPECT_THROW(tavo::Format(1.0, "0.0.0"), tavo::InvalidArgument);
+    EXPECT_THROW(tavo::Format(1.0, "0,000"), tavo::InvalidArgument);
+}
+
+TEST(NumberToText, HasFifteenDigitsInTheShortestForm) {
+    struct Case {
+        double x;
+        std::string_view text;
+    };
+    const Case cases[]{
+        {0.0, "0"},
+        {-0.0, "0"},
+        {5.0, "5"},
+        {-3.0, "-3"},
+        {0.1, "0.1"},
+        {0.1 + 0.2, "0.3"},
+        {-273.16, "-273.16"},
+        {120.0, "120"},
+        {1.0 / 3.0, "0.333333333333333"},
+        {2.0 / 3.0, "0.666666666666667"},
+        {1e-4, "0.0001"},
+        {0.00099999999999999999, "0.001"},
+        {9.99e-5, "9.99E-05"},
+        {1.5e-7, "1.5E-07"},
+        {123456789012345.0, "123456789012345"},
+        {999999999999999.0, "999999999999999"},
+        {999999999999999.9, "1E+15"},
+        {1e15, "1E+15"},
+        {1e16, "1E+16"},
+        {-1.25e300, "-1.25E+300"},
+        {5e-324, "4.94065645841247E-324"},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(tavo::to_text(c.x), c.text);
+}
+
+TEST(NumberToText, SeventeenDigitsReadBackAsTheSameNumber) {
+    EXPECT_EQ(tavo::to_text17(0.1), "0.10000000000000001");
+    EXPECT_EQ(tavo::to_text17(-2.0), "-2");
+    EXPECT_EQ(tavo::to_text17(-0.0), "0");
+    for (const double x : {1.0 / 3.0, 6.02e23, 5e-324, -1e-5, LARGEST})
+        EXPECT_EQ(tavo::Val(tavo::to_text17(x)), x);
+}
+
+}  // namespace
