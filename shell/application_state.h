@@ -1,18 +1,16 @@
 #pragma once
 // What all windows share: one object, made in main and passed by reference.
 
+#include <QAbstractItemModel>
 #include <QObject>
-#include <QPointer>
 #include <QString>
 #include <QStringList>
-#include <QStringListModel>
 #include <QWidget>
 
 #include <cstdint>
 #include <filesystem>
 #include <functional>
-#include <map>
-#include <string>
+#include <memory>
 
 #include "core/confreg.h"
 #include "core/slots.h"
@@ -29,7 +27,6 @@ public:
     virtual void cambiar_unidad(AmountUnit from, AmountUnit to) = 0;
     /// A fresh window: clears the rows and marks their slots inactive.
     virtual void limpiar_filas() = 0;
-    /// Rows that are switched on with a real-gas model and no gas: left out of the plot, and named in a message.
 };
 
 /// What the conditions window and the scale dialog ask of the plot window.
@@ -59,7 +56,7 @@ public:
     const std::filesystem::path& program_folder() const;
     std::filesystem::path data_path() const;      // gas database
     std::filesystem::path language_path() const;  // language table
-    QString help_path() const;                    // help file of the active language
+    QString help_path() const;  // help file of the active language; empty when the list does not hold it
     tavo::confreg::Site site() const;
 
     // Languages. load_languages reads the list and the active language; it is fixed for the run.
@@ -71,7 +68,8 @@ public:
     /// The same with a literal to fall back on.
     QString texto(int number, const QString& literal) const;
     const tavo::confreg::Text& language_table() const;
-    void invalidate_languages();  // after the file was written
+    /// After the file was written: reads the list again and announces it. The active language stays.
+    void invalidate_languages();
 
     // Gases
     const tavo::confreg::Text& data() const;  // parsed database, read anew when the file has changed
@@ -96,27 +94,36 @@ public:
     bool thermocouple_in_use = false;
     bool manometer_in_use = false;
 
-    // Windows: created on first use, reused. Factories are registered in main under the window's name.
+    // Windows: created on first use, reused, destroyed when they are closed. Factories are registered in main under the
+    // window's name, which becomes the object name. A QDialog is shown in front of the main window, any other widget
+    // as a child inside it.
     using Factory = std::function<QWidget*()>;
     void register_window(const QString& name, Factory factory);
     bool has_window(const QString& name) const;       // a factory is known: its menu entry can be enabled
-    QWidget* window(const QString& name);             // created if needed, not shown
+    QWidget* window(const QString& name);             // created if needed, not shown; nullptr without a factory
     QWidget* open_window(const QString& name) const;  // nullptr while it does not exist
     void show_window(const QString& name);            // created if needed, shown whole, brought forward
-    ConditionsView* conditions();                     // the conditions window, created if needed
+    ConditionsView* conditions();                     // the conditions window, created if needed (see window)
     PlotView* plot() const;                           // nullptr while the plot window does not exist
 
     /// A sentence for the status line of the main window (0 ms: until the next one).
     void set_status(const QString& text, int milliseconds = 0);
+    /// Coordinates under the pointer, in their own place of the status line; empty when it points at nothing.
+    void set_coordinates(const QString& text);
 
 signals:
+    void languages_changed();
     void gases_changed();
     void amount_unit_changed(AmountUnit unit);
     void slot_changed(int slot);          // somebody else changed a slot that a window shows
     void plot_window_changed(bool open);  // the plot window was opened or closed
     void calculation_mode_changed(int mode);
     void status_changed(const QString& text, int milliseconds);
+    void coordinates_changed(const QString& text);
     void show_requested(QWidget* window);  // the main window places and raises it
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     struct Impl;

@@ -1,0 +1,211 @@
+#include "shell/application_state.h"
+
+#include <QEvent>
+#include <QPointer>
+#include <QStringListModel>
+
+#include <map>
+#include <utility>
+
+#include "core/gas_database.h"
+#include "core/idiomas.h"
+
+namespace {
+QString to_qstring(const std::filesystem::path& path) {
+    return QString::fromStdString(path.string());
+}
+}  // namespace
+
+struct ApplicationState::Impl {
+    explicit Impl(std::filesystem::path program_folder)
+        : folder(std::move(program_folder)), table(folder / "idioma.lng"), database(folder / "data") {}
+
+    std::filesystem::path folder;
+    tavo::confreg::Watched table;
+    tavo::confreg::Watched database;
+    QStringList languages;
+    QString language;
+    std::int16_t gas_count = 0;
+    QStringListModel gas_names;
+    AmountUnit unit = AmountUnit::Moles;
+    tavo::SlotTable slot_table;
+    std::map<QString, Factory> factories;
+    std::map<QString, QPointer<QWidget>> windows;
+};
+
+ApplicationState::ApplicationState(std::filesystem::path program_folder, QObject* parent)
+    : QObject(parent), impl_(std::make_unique<Impl>(std::move(program_folder))) {}
+
+ApplicationState::~ApplicationState() {
+    // Windows that were made but never shown belong to nobody else, and may ask the state while they go.
+    const auto windows = std::exchange(impl_->windows, {});
+    for (const auto& [name, window] : windows) {
+        if (window && !window->parent())
+            delete window.data();
+    }
+}
+
+const std::filesystem::path& ApplicationState::program_folder() const {
+    return impl_->folder;
+}
+
+std::filesystem::path ApplicationState::data_path() const {
+    return impl_->database.path();
+}
+
+std::filesystem::path ApplicationState::language_path() const {
+    return impl_->table.path();
+}
+
+QString ApplicationState::help_path() const {
+    for (const QString& name : impl_->languages) {
+        if (tavo::idiomas::same_language(name.toStdString(), impl_->language.toStdString()))
+            return to_qstring(impl_->folder / (name + QStringLiteral(".chm")).toStdString());
+    }
+    return {};
+}
+
+tavo::confreg::Site ApplicationState::site() const {
+    return {impl_->folder};
+}
+
+void ApplicationState::load_languages() {
+    const tavo::confreg::Text& table = impl_->table.text();
+    impl_->languages.clear();
+    for (const std::string& name : tavo::idiomas::languages(table))
+        impl_->languages.append(QString::fromStdString(name));
+    impl_->language = QString::fromStdString(tavo::idiomas::active(table));
+}
+
+QStringList ApplicationState::languages() const {
+    return impl_->languages;
+}
+
+QString ApplicationState::language() const {
+    return impl_->language;
+}
+
+QString ApplicationState::texto(int number) const {
+    return QString::fromStdString(tavo::idiomas::text(impl_->table.text(), impl_->language.toStdString(), number));
+}
+
+QString ApplicationState::texto(int number, const QString& literal) const {
+    const QString text = texto(number);
+    return text.isEmpty() ? literal : text;
+}
+
+const tavo::confreg::Text& ApplicationState::language_table() const {
+    return impl_->table.text();
+}
+
+void ApplicationState::invalidate_languages() {
+    impl_->table.invalidate();
+    const QString running = impl_->language;
+    load_languages();
+    impl_->language = running;
+    emit languages_changed();
+}
+
+const tavo::confreg::Text& ApplicationState::data() const {
+    return impl_->database.text();
+}
+
+void ApplicationState::load_gases() {
+    const tavo::confreg::Text& text = impl_->database.text();
+    const std::int16_t count = tavo::Global::gas_count(text);
+    QStringList names;
+    names.reserve(count);
+    for (const std::string& name : tavo::Global::gas_names(text, count))
+        names.append(QString::fromStdString(name));
+    impl_->gas_count = count;
+    impl_->gas_names.setStringList(names);
+}
+
+std::int16_t ApplicationState::gas_count() const {
+    return impl_->gas_count;
+}
+
+void ApplicationState::set_gas_count(std::int16_t n) {
+    impl_->gas_count = n;
+}
+
+QAbstractItemModel* ApplicationState::gas_names() const {
+    return &impl_->gas_names;
+}
+
+void ApplicationState::reload_gases() {
+    impl_->database.invalidate();
+    load_gases();
+    emit gases_changed();
+}
+
+AmountUnit ApplicationState::amount_unit() const {
+    return impl_->unit;
+}
+
+void ApplicationState::set_amount_unit(AmountUnit unit) {
+    impl_->unit = unit;
+    emit amount_unit_changed(unit);
+}
+
+tavo::SlotTable& ApplicationState::slot_table() {
+    return impl_->slot_table;
+}
+
+void ApplicationState::register_window(const QString& name, Factory factory) {
+    impl_->factories[name] = std::move(factory);
+}
+
+bool ApplicationState::has_window(const QString& name) const {
+    return impl_->factories.contains(name);
+}
+
+QWidget* ApplicationState::window(const QString& name) {
+    if (QWidget* existing = open_window(name))
+        return existing;
+    const auto factory = impl_->factories.find(name);
+    if (factory == impl_->factories.end())
+        return nullptr;
+    QWidget* created = factory->second();
+    created->setObjectName(name);
+    created->setAttribute(Qt::WA_DeleteOnClose);
+    created->installEventFilter(this);
+    impl_->windows[name] = created;
+    return created;
+}
+
+QWidget* ApplicationState::open_window(const QString& name) const {
+    const auto found = impl_->windows.find(name);
+    return found == impl_->windows.end() ? nullptr : found->second.data();
+}
+
+void ApplicationState::show_window(const QString& name) {
+    if (QWidget* shown = window(name))
+        emit show_requested(shown);
+}
+
+bool ApplicationState::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::Close)
+        return QObject::eventFilter(watched, event);
+    // A closed window lives on until the event loop deletes it; whoever asks for it meanwhile gets a new one.
+    watched->event(event);
+    if (event->isAccepted())
+        impl_->windows.erase(watched->objectName());
+    return true;
+}
+
+ConditionsView* ApplicationState::conditions() {
+    return dynamic_cast<ConditionsView*>(window(QStringLiteral("frmdatos")));
+}
+
+PlotView* ApplicationState::plot() const {
+    return dynamic_cast<PlotView*>(open_window(QStringLiteral("frmgraficos")));
+}
+
+void ApplicationState::set_status(const QString& text, int milliseconds) {
+    emit status_changed(text, milliseconds);
+}
+
+void ApplicationState::set_coordinates(const QString& text) {
+    emit coordinates_changed(text);
+}
