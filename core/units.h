@@ -29,7 +29,7 @@ double convertirvolumen(double x, std::string_view from, std::string_view to);
 double convertircantidad(double x, std::string_view from, std::string_view to, const SlotTable& table);
 
 /// Keystroke filter of every numeric box: sets key_code to 0 to swallow the key. Lets through digits, one ".",
-/// backspace (8) and return (13); at max_length only backspace.
+/// backspace (8) and return (13); at max_length only backspace; in a text that already holds two ".", nothing.
 void teclanumerica(std::int16_t max_length, std::int16_t& key_code, std::string_view text);
 
 }  // namespace tavo::Global
