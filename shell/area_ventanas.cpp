@@ -1,0 +1,116 @@
+#include "shell/area_ventanas.h"
+
+#include <QDialog>
+#include <QEvent>
+#include <QMdiSubWindow>
+#include <QScreen>
+#include <QStyle>
+
+#include <algorithm>
+
+namespace {
+
+/// The rectangle moved, and if need be shrunk, to lie inside the bounds.
+QRect inside(QRect rect, const QRect& bounds) {
+    rect.setSize(rect.size().boundedTo(bounds.size()));
+    rect.moveLeft(std::clamp(rect.left(), bounds.left(), bounds.right() + 1 - rect.width()));
+    rect.moveTop(std::clamp(rect.top(), bounds.top(), bounds.bottom() + 1 - rect.height()));
+    return rect;
+}
+
+}  // namespace
+
+AreaVentanas::AreaVentanas(QWidget* parent) : QMdiArea(parent) {
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setFrameShape(QFrame::NoFrame);
+}
+
+void AreaVentanas::mostrar(QWidget* ventana) {
+    if (qobject_cast<QDialog*>(ventana)) {
+        mostrar_dialogo(ventana);
+        return;
+    }
+    QMdiSubWindow* sub = sub_ventana_de(ventana);
+    if (!sub) {
+        emit ocupada_changed(true);
+        sub = alojar(ventana);
+    }
+    if (sub->isMinimized())
+        sub->showNormal();
+    setActiveSubWindow(sub);
+    ventana->setFocus();
+}
+
+void AreaVentanas::mostrar_dialogo(QWidget* dialogo) {
+    if (!dialogo->parentWidget()) {
+        dialogo->setParent(window(), dialogo->windowFlags() | Qt::Dialog);
+        dialogo->installEventFilter(this);
+        const auto known = lugares_.constFind(dialogo->objectName());
+        if (known != lugares_.constEnd())
+            dialogo->setGeometry(inside(known->geometry, screen()->availableGeometry()));
+    }
+    dialogo->show();
+    dialogo->raise();
+    dialogo->activateWindow();
+}
+
+QMdiSubWindow* AreaVentanas::sub_ventana_de(QWidget* ventana) const {
+    for (QMdiSubWindow* sub : subWindowList()) {
+        if (sub->widget() == ventana)
+            return sub;
+    }
+    return nullptr;
+}
+
+QMdiSubWindow* AreaVentanas::alojar(QWidget* ventana) {
+    auto* sub = addSubWindow(ventana);
+    sub->setObjectName(ventana->objectName() + QStringLiteral("_marco"));
+    sub->setWindowIcon(ventana->windowIcon());
+    ventana->installEventFilter(this);
+    // The frame goes with its window, whichever of the two is closed.
+    connect(ventana, &QObject::destroyed, sub, &QObject::deleteLater);
+    connect(sub, &QObject::destroyed, this, [this, sub] {
+        QList<QMdiSubWindow*> rest = subWindowList();
+        rest.removeAll(sub);
+        if (rest.isEmpty())
+            emit ocupada_changed(false);
+    });
+
+    const Lugar known = lugares_.value(ventana->objectName());
+    const QSize wanted = sub->sizeHint().expandedTo(sub->minimumSizeHint());
+    sub->setGeometry(known.geometry.isValid() ? inside(known.geometry, viewport()->rect()) : lugar_nuevo(wanted));
+    if (known.maximised)
+        sub->showMaximized();
+    else
+        sub->show();
+    return sub;
+}
+
+QRect AreaVentanas::lugar_nuevo(const QSize& size) const {
+    const int step = style()->pixelMetric(QStyle::PM_TitleBarHeight) + 6;
+    const QList<QMdiSubWindow*> others = subWindowList();
+    const auto taken = [&](const QPoint& corner) {
+        return std::any_of(others.begin(), others.end(),
+                           [&](const QMdiSubWindow* other) { return other->isVisible() && other->pos() == corner; });
+    };
+    QRect place(QPoint(0, 0), size);
+    // As many steps as there are others always find a free corner, unless the area is too small for the steps.
+    for (qsizetype i = 0; i < others.size() && taken(inside(place, viewport()->rect()).topLeft()); ++i)
+        place.translate(step, step);
+    return inside(place, viewport()->rect());
+}
+
+bool AreaVentanas::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Hide && watched->isWidgetType()) {
+        const auto* ventana = static_cast<QWidget*>(watched);
+        if (const QMdiSubWindow* sub = qobject_cast<QMdiSubWindow*>(ventana->parentWidget())) {
+            const QRect normal = sub->isMaximized() ? sub->normalGeometry() : sub->geometry();
+            if (!sub->isMinimized())
+                lugares_[ventana->objectName()] = {normal, sub->isMaximized()};
+        } else if (ventana->isWindow()) {
+            lugares_[ventana->objectName()] = {ventana->geometry(), false};
+        }
+    }
+    return QMdiArea::eventFilter(watched, event);
+}

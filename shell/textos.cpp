@@ -1,0 +1,17 @@
+#include "shell/textos.h"
+
+QString sin_mnemonico(const QString& caption) {
+    QString plain;
+    plain.reserve(caption.size());
+    for (qsizetype i = 0; i < caption.size(); ++i) {
+        if (caption[i] == u'&' && i + 1 < caption.size())
+            ++i;
+        plain.append(caption[i]);
+    }
+    return plain;
+}
+
+QString como_caption(const QString& text) {
+    QString caption = text;
+    return caption.replace(u'&', QStringLiteral("&&"));
+}

@@ -1,0 +1,10 @@
+#pragma once
+// Small helpers over captions.
+
+#include <QString>
+
+/// A caption as plain text, for tool tips and titles: "&Archivos" -> "Archivos", "a && b" -> "a & b".
+QString sin_mnemonico(const QString& caption);
+
+/// Plain text as a caption without a mnemonic: "a & b" -> "a && b".
+QString como_caption(const QString& text);
