@@ -220,7 +220,8 @@ inline constexpr auto TEXT_NUMBERS = std::to_array<TextNumber>({
     {530, "context menu of the main window: cascade child windows (mnemonic)"},
     {531, "context menu of the main window: tile child windows (mnemonic)"},
     {532, "one line under the product name on the start page"},
-    {533, "accessible suffix of a start-page link that is disabled"},
+    {535, "credit line on the splash and in the About window"},
+    {536, "credit line on the splash and in the About window"},
     {549, "ISO 639-1 code of the language: es, en, fr, de, it, pt (picks the standard buttons' language)"},
 });
 
