@@ -14,5 +14,7 @@ std::string utf8_from_windows1252(std::string_view bytes);
 std::optional<std::string> windows1252_from_utf8(std::string_view text);
 /// Lower case of the Latin, Greek and Cyrillic letters of a UTF-8 text, for comparisons; other bytes unchanged.
 std::string lower(std::string_view text);
+/// A UTF-8 text that is not empty, shortened by one character (by one byte where the end is not UTF-8).
+std::string_view without_last_character(std::string_view text);
 
 }  // namespace tavo

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -19,7 +20,8 @@ public:
     virtual void close() = 0;
 };
 
-/// Every operation throws std::filesystem::filesystem_error where the system refuses.
+/// Every operation throws std::filesystem::filesystem_error where the system refuses. Removing a file that is not there
+/// is no error.
 class FileSystem {
 public:
     virtual ~FileSystem() = default;
@@ -34,5 +36,19 @@ public:
 
 /// The real one. Stateless.
 FileSystem& real_file_system();
+
+/// What tells one state of a file from another.
+struct FileStamp {
+    std::int64_t time = 0;  // of the last change, ns
+    std::uintmax_t size = 0;
+    std::uintmax_t identity = 0;  // 0 where the system gives none
+    bool settled = false;         // old enough that a change from now on cannot bear the same time
+
+    bool operator==(const FileStamp& other) const {
+        return time == other.time && size == other.size && identity == other.identity;
+    }
+};
+/// Empty when the file is missing.
+std::optional<FileStamp> file_stamp(const std::filesystem::path& path);
 
 }  // namespace tavo
