@@ -34,9 +34,10 @@ struct CubicRoots {
 CubicRoots cubic_roots(double a2, double a1, double a0);
 
 /// Temperature at which the slot's n moles have pressure p in volume v, following temperature-dependent automatic
-/// coefficients (models 5, 7, 8) unless the slot's coefficients were set by hand. Model 0, 1, 5, 6 linear, 2 and 7, 8
-/// quadratic, 4 cubic in sqrt(T), 3 and 9 the Newton solver. Throws FloatingPointError where no positive temperature
-/// exists.
+/// coefficients (models 5, 7, 8) unless the slot's coefficients were set by hand. Model 0, 1, 5, 6 linear, 2 quadratic,
+/// 7 and 8 quadratic and 4 cubic in sqrt(T), 3 and 9 the Newton solver. The slot's coefficients have to be those loaded
+/// at the slot's temperature. Of several solutions it is the one at which the pressure rises with the temperature.
+/// Throws FloatingPointError where no positive temperature exists.
 double temperature(const SlotTable& table, int slot, double v, double p);
 
 /// Integral of P dVm between molar volumes v1 and v2 at the slot's T [atm l/mol]: composite Simpson rule with exactly

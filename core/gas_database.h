@@ -30,13 +30,17 @@ void cargargas(const confreg::Text& data, EquationOfState equation, std::int16_t
 void load_slot(const confreg::Text& data, EquationSlot& slot, bool reload);
 
 /// Coefficients that the critical constants give for a model, as the loader derives them for values stored as -1.
-/// w: acentric factor (7, 8), mu (6). Sources: see gas_database.cpp. Throws as cargargas.
+/// c is w (7, 8), mu (6) or C (5); 0 where the model has none.
+/// w: acentric factor (7, 8), mu (6). Sources: see derive.cpp. Throws as cargargas.
 struct DerivedCoefficients {
     double a, b, c, d;
 };
 DerivedCoefficients derive(EquationOfState equation, double tc, double pc, double w, double mu, double temperature);
 
-/// a(T) / a(Tc) of models 7 and 8.
+/// m of models 7 and 8, the slope of sqrt(a(T)) with w: 0.48 + ... (Soave), 0.37464 + ... (Peng, Robinson).
+double acentric_slope(EquationOfState equation, double w);
+
+/// a(T) / a(Tc) of models 7 and 8, (1 + m (1 - sqrt(T/Tc)))^2.
 double temperature_factor(EquationOfState equation, double w, double reduced_temperature);
 
 }  // namespace tavo::Global
