@@ -1,0 +1,277 @@
+// The shipped language table against the numbers in use, the editor's layout and the program's sources.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <charconv>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "core/confreg.h"
+#include "core/encoding.h"
+#include "core/idiomas.h"
+#include "core/text_numbers.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using tavo::TEXT_NUMBERS;
+
+const fs::path SOURCES = TAVO_SOURCE_DIR;
+
+std::string bytes_of(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    EXPECT_TRUE(file) << path;
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// language -> number -> text, UTF-8.
+using Texts = std::map<std::string, std::map<int, std::string>>;
+
+int number_of(std::string_view text) {
+    int number = -1;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size() ? number : -1;
+}
+
+class LanguageTable : public ::testing::Test {
+protected:
+    LanguageTable() {
+        for (const std::string& name : languages)
+            for (const auto& [key, text] : table.claves(name))
+                texts[name][number_of(key)] = text;
+    }
+
+    const std::string bytes = bytes_of(SOURCES / "data" / "idioma.lng");
+    const tavo::confreg::Text table{bytes};
+    const std::vector<std::string> languages = tavo::idiomas::languages(table);
+    Texts texts;
+};
+
+TEST_F(LanguageTable, HasTheLayoutThatTheEditorWrites) {
+    std::string expected = "[idioma]\r\nidioma=Español\r\n\r\n";
+    for (const std::string& name : languages) {
+        expected.append("[").append(name).append("]\r\n");
+        for (const auto& [key, text] : table.claves(name))
+            expected.append(key).append("=").append(text).append("\r\n");
+        expected += "\r\n";
+    }
+    EXPECT_EQ(tavo::utf8_from_windows1252(bytes), expected);
+    for (const char c : bytes) {
+        const auto byte = static_cast<unsigned char>(c);
+        const bool undefined = byte == 0x81 || byte == 0x8D || byte == 0x8F || byte == 0x90 || byte == 0x9D;
+        ASSERT_FALSE(undefined || (byte < 0x20 && c != '\r' && c != '\n')) << int{byte};
+    }
+}
+
+TEST_F(LanguageTable, DefinesEveryNumberOnceInEveryLanguage) {
+    EXPECT_EQ(languages,
+              (std::vector<std::string>{"Español", "English", "Français", "Deutsch", "Italiano", "Português"}));
+    EXPECT_EQ(tavo::idiomas::active(table), "Español");
+    std::vector<std::string> numbers;
+    numbers.reserve(TEXT_NUMBERS.size());
+    for (const tavo::TextNumber& entry : TEXT_NUMBERS)
+        numbers.push_back(std::to_string(entry.number));
+    EXPECT_TRUE(std::ranges::is_sorted(TEXT_NUMBERS, std::ranges::less_equal{}, &tavo::TextNumber::number));
+    for (const std::string& name : languages) {
+        std::vector<std::string> keys;
+        for (const auto& [key, text] : table.claves(name)) {
+            keys.push_back(key);
+            EXPECT_FALSE(text.empty()) << name << " " << key;
+        }
+        EXPECT_EQ(keys, numbers) << name;
+    }
+}
+
+/// The markers %1, %2 ... of a text, sorted.
+std::multiset<std::string> markers(std::string_view text) {
+    std::multiset<std::string> found;
+    for (std::size_t at = text.find('%'); at != std::string_view::npos; at = text.find('%', at + 1))
+        found.emplace(text.substr(at, 2));
+    return found;
+}
+
+TEST_F(LanguageTable, TakesTheSameValuesInEveryLanguage) {
+    const std::map<int, std::string>& spanish = texts.at("Español");
+    for (const auto& [name, numbers] : texts)
+        for (const auto& [number, text] : numbers)
+            EXPECT_EQ(markers(text), markers(spanish.at(number))) << name << " " << number << " " << text;
+}
+
+/// Texts whose mnemonics are reached together. `bar`: the window lives inside the main window, whose menu bar answers
+/// to Alt as well.
+struct MnemonicGroup {
+    std::string_view name;
+    bool bar;
+    std::vector<int> numbers;
+};
+
+const std::vector<MnemonicGroup> MNEMONICS{
+    {"menu bar", true, {}},
+    {"mnuarchivos", false, {9, 10}},
+    {"mnudatos", false, {11, 14, 190}},
+    {"mnuunidades", false, {12, 13}},
+    {"mnugraficos", false, {15, 16}},
+    {"mnucalcular", false, {17, 18, 19, 20}},
+    {"mnusimulaciones", false, {21}},
+    {"mnutablas", false, {22, 23, 24}},
+    {"mnuidioma", false, {29}},
+    {"mnuayudas", false, {30, 31}},
+    {"main window, context menu", false, {530, 531}},
+    {"frmdatos without a plot", true, {54, 55}},
+    {"frmdatos with a plot", true, {54, 58}},
+    {"frmescala", false, {65, 151, 152, 153, 154, 155, 156}},
+    {"frmcalculos", true, {54, 70, 71, 72, 73, 127}},
+    {"frmoperaciones", true, {54, 70, 71, 72, 73}},
+    {"frmgases", true, {54, 207, 208, 209, 210, 230}},
+    {"frmcompuestos", true, {142}},
+    {"frmcompuestos, its own", false, {65, 142}},
+    {"frmIdioma", true, {9, 37, 38}},
+    {"frmAbout", false, {64}},
+};
+
+/// Lower-case letter after the one "&", or 0.
+char mnemonic(std::string_view text) {
+    const std::size_t at = text.find('&');
+    if (at == std::string_view::npos || at + 1 == text.size() || text.find('&', at + 1) != std::string_view::npos)
+        return 0;
+    const char letter = static_cast<char>(text[at + 1] | 0x20);
+    return letter >= 'a' && letter <= 'z' ? letter : '\0';
+}
+
+TEST_F(LanguageTable, HasMnemonicsWithoutClashes) {
+    std::set<int> grouped;
+    for (const MnemonicGroup& group : MNEMONICS) {
+        std::vector<int> numbers = group.numbers;
+        if (group.bar)
+            numbers.insert(numbers.end(), {1, 2, 3, 4, 5, 6, 7, 8});
+        grouped.insert(numbers.begin(), numbers.end());
+        for (const auto& [name, of_number] : texts) {
+            std::map<char, int> taken;
+            for (const int number : numbers) {
+                const std::string& text = of_number.at(number);
+                const char letter = mnemonic(text);
+                EXPECT_NE(letter, 0) << name << " " << number << " " << text;
+                const auto [other, free] = taken.emplace(letter, number);
+                EXPECT_TRUE(free) << group.name << ", " << name << ": " << number << " " << text
+                                  << " takes the letter of " << other->second;
+            }
+        }
+    }
+    for (const auto& [name, numbers] : texts)
+        for (const auto& [number, text] : numbers)
+            EXPECT_EQ(text.find('&') != std::string::npos, grouped.contains(number))
+                << name << " " << number << " " << text;
+}
+
+TEST(TextNumbers, AreTheRowsOfTheDocumentedTable) {
+    std::ifstream document(SOURCES / "data" / "README.md");
+    std::map<int, std::string> rows;
+    for (std::string line; std::getline(document, line);) {
+        if (!line.starts_with("| "))
+            continue;
+        const std::size_t meaning = line.find(" | ");
+        const int number = number_of(std::string_view(line).substr(2, meaning - 2));
+        if (number >= 0)
+            rows[number] = line.substr(meaning + 3, line.find(" | ", meaning + 3) - meaning - 3);
+    }
+    std::map<int, std::string> expected;
+    for (const tavo::TextNumber& entry : TEXT_NUMBERS)
+        expected[entry.number] = entry.meaning;
+    EXPECT_EQ(rows, expected);
+}
+
+/// One mention of a number in the sources: texto(N, or N followed by a Spanish literal.
+struct Mention {
+    int number;
+    std::string literal;  // "" when no literal follows
+};
+
+void skip_blanks(std::string_view code, std::size_t& at) {
+    at = std::min(code.find_first_not_of(" \t\r\n", at), code.size());
+}
+
+/// Adjacent string literals at `at`, joined; an escape keeps the character behind it.
+std::string literals(std::string_view code, std::size_t at) {
+    std::string joined;
+    while (at < code.size() && code[at] == '"') {
+        for (++at; at < code.size() && code[at] != '"'; ++at)
+            joined += code[at] == '\\' ? code[++at] : code[at];
+        skip_blanks(code, ++at);
+    }
+    return joined;
+}
+
+std::string literal_after_comma(std::string_view code, std::size_t at) {
+    skip_blanks(code, at);
+    if (at >= code.size() || code[at] != ',')
+        return {};
+    skip_blanks(code, ++at);
+    for (const std::string_view wrapper : {"QStringLiteral(", "QString::fromUtf8(", "u"})
+        if (code.substr(at).starts_with(wrapper))
+            at += wrapper.size();
+    skip_blanks(code, at);
+    return literals(code, at);
+}
+
+std::vector<Mention> mentions(std::string_view code) {
+    constexpr std::string_view DIGITS = "0123456789";
+    constexpr std::string_view WORD = "0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_.'";
+    std::vector<Mention> found;
+    for (std::size_t at = code.find_first_of(DIGITS, 1); at != std::string_view::npos;) {
+        const std::size_t end = std::min(code.find_first_not_of(WORD, at), code.size());
+        const bool starts = WORD.find(code[at - 1]) == std::string_view::npos;
+        const int number = starts ? number_of(code.substr(at, end - at)) : -1;
+        if (number >= 0) {
+            const std::string_view before = code.substr(0, code.find_last_not_of(" \t\r\n", at - 1) + 1);
+            const std::string literal = literal_after_comma(code, end);
+            const bool own = number >= 400 && number < 700 && !literal.empty();
+            if (own || before.ends_with("texto("))
+                found.push_back({number, literal});
+        }
+        at = code.find_first_of(DIGITS, end);
+    }
+    return found;
+}
+
+TEST_F(LanguageTable, HoldsTheNumbersAndTheSpanishOfTheProgram) {
+    const std::map<int, std::string>& spanish = texts.at("Español");
+    for (const char* const folder : {"shell", "windows", "controls", "tools"})
+        for (const auto& entry : fs::recursive_directory_iterator(SOURCES / folder)) {
+            const std::string extension = entry.path().extension();
+            if (extension != ".cpp" && extension != ".h")
+                continue;
+            for (const Mention& mention : mentions(bytes_of(entry.path()))) {
+                const auto known = spanish.find(mention.number);
+                if (known == spanish.end()) {
+                    ADD_FAILURE() << entry.path() << ": text " << mention.number << " is not in the table";
+                } else if (!mention.literal.empty()) {
+                    EXPECT_EQ(mention.literal, known->second) << entry.path() << ", text " << mention.number;
+                }
+            }
+        }
+}
+
+TEST(TextMentions, AreFoundInTheFormsInWhichTheSourcesHaveThem) {
+    const std::vector<Mention> found = mentions(R"code(
+        setText(estado_.texto(14));  resize(520, 400);  "v(510)"  x = 512.5;
+        a(estado.texto(403, QStringLiteral("Mínima "
+                                           "\"T\"")));
+        {"mnusalir", 10, "", 510, "Termina"}, {502, u"Elija"}, {ms(500), "no"},
+        estado.texto( 15 )  texto(7, QString()))code");
+    std::vector<std::pair<int, std::string>> pairs;
+    pairs.reserve(found.size());
+    for (const Mention& mention : found)
+        pairs.emplace_back(mention.number, mention.literal);
+    EXPECT_EQ(pairs, (std::vector<std::pair<int, std::string>>{
+                         {14, ""}, {403, "Mínima \"T\""}, {510, "Termina"}, {502, "Elija"}, {15, ""}, {7, ""}}));
+}
+
+}  // namespace
