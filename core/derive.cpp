@@ -70,7 +70,8 @@ DerivedCoefficients peng_robinson(const Critical& g, double w, double temperatur
     return {0.45724 * (rtc * rtc) / g.pc * factor, 0.006384268 * g.tc / g.pc, w, 0.0};
 }
 
-/// The numerical solution of the critical conditions of the Dieterici-Sadus equation, premultiplied with R.
+/// 0.810435 (R Tc)^2/Pc and 0.386242 R Tc/Pc, premultiplied: the critical conditions solved to a few digits. The
+/// isotherm with a horizontal inflection lies at 1.0024 Tc.
 DerivedCoefficients dieterici_sadus(const Critical& g) {
     return {0.0054573425379659994 * (g.tc * g.tc) / g.pc, 0.03169501851999999 * g.tc / g.pc, 0.0, 0.0};
 }

@@ -1,0 +1,406 @@
+#include "core/gas_database.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cctype>
+#include <cmath>
+#include <limits>
+#include <map>
+#include <string>
+
+#include "core/encoding.h"
+#include "core/errors.h"
+#include "core/models.h"
+#include "core/numtext.h"
+
+namespace {
+
+using namespace tavo;
+using namespace tavo::Global;
+using enum EquationOfState;
+
+/// A database of one gas, number `gas`: carbon dioxide as in old tables, everything else as given.
+confreg::Text database(const std::string& lines, int gas = 1,
+                       const std::string& constants = "pm=44\r\ntc=304.2\r\npc=72.9\r\nvc=0.094\r\n") {
+    std::string text = "[General]\r\nn=60\r\n[G" + std::to_string(gas) + "]\r\nnombre=CO2\r\n" + constants;
+    for (const Model& model : models())
+        for (int k = 1; k <= model.stored; ++k) {
+            const std::string key =
+                "c(" + std::to_string(static_cast<int>(model.number)) + "," + std::to_string(k) + ")=";
+            if (lines.find(key) == std::string::npos)
+                text += key + "-1\r\n";
+        }
+    return confreg::Text(text + lines);
+}
+
+GasRecord load(const confreg::Text& data, EquationOfState equation, std::int16_t gas = 1, double t = 250.0,
+               double mu = 1.5) {
+    GasRecord record;
+    cargargas(data, equation, gas, true, false, t, mu, record);
+    return record;
+}
+
+void expect_close(double value, double expected, const std::string& what) {
+    EXPECT_NEAR(value, expected, 1e-13 * std::fabs(expected)) << what;
+}
+
+// Values of the formulas in 40-digit decimal arithmetic for Tc 304.2 K, Pc 72.9 atm, T 250 K, w 0.239.
+TEST(GasLoader, DerivesWhatIsStoredAsMinusOne) {
+    struct Case {
+        EquationOfState equation;
+        double mu, a, b, c, d;
+    };
+    const Case cases[]{
+        {VanDerWaals, 1.5, 3.6060995073674989, 0.042802901234567893, 0, 0},
+        {Berthelot, 1.5, 1096.9754701411931, 0.042802901234567893, 0, 0},
+        {Dieterici, 1.5, 4.6272710941296826, 0.046341942095432039, 0, 0},
+        {RedlichKwong, 1.5, 63.730827748406061, 0.029667666739827865, 0, 0},
+        {Virial, 1.5, 1.0, -0.13297577326543207, 0.0018320883540961737, 7.8418696873380572e-05},
+        {FreeExponent, 1.5, 6.9451314120008513, 0.014267633744855964, 1.5, 0},
+        {FreeExponent, 2.0, 3.6060995073674989, 0.042802901234567893, 2.0, 0},
+        {FreeExponent, 1.2, 12.596496584475742, 0.0028535267489711917, 1.2, 0},
+        {Soave, 1.5, 4.2547277720119203, 0.029667666739827865, 0.239, 0},
+        {PengRobinson, 1.5, 4.4581481455225642, 0.026640525728395060, 0.239, 0},
+        {DietericiSadus, 1.5, 6.9274293434154172, 0.13225822542913576, 0, 0},
+    };
+    const confreg::Text data = database("", 21);
+    for (const Case& c : cases) {
+        const std::string name(find_model(c.equation)->name);
+        const GasRecord gas = load(data, c.equation, 21, 250.0, c.mu);
+        expect_close(gas.a, c.a, name + " a");
+        expect_close(gas.b, c.b, name + " b");
+        expect_close(gas.c, c.c, name + " c");
+        expect_close(gas.d, c.d, name + " d");
+    }
+    expect_close(load(data, VanDerWaals, 21).a, 0.1818137772 * (304.2 * 304.2) / (64 * 72.9), "van der waals a");
+}
+
+TEST(GasLoader, StoredCoefficientsStandAndEachMinusOneIsDerivedByItself) {
+    const confreg::Text data = database(
+        "c(1,1)=3.5\r\nc(5,3)=0.002\r\nc(7,1)=3.9\r\nc(7,3)=0.1\r\nc(8,2)=0.03\r\nc(8,3)=0.2\r\nc(9,2)=0.1\r\n");
+    EXPECT_EQ(load(data, VanDerWaals).a, 3.5);
+    expect_close(load(data, VanDerWaals).b, 0.042802901234567893, "b");
+    EXPECT_EQ(load(data, Virial).c, 0.002);
+    expect_close(load(data, Virial).d, 7.8418696873380572e-05, "D");
+    // A stored a of models 7 and 8 is a(Tc): it is turned into a(T) too.
+    const double root = 1.0 + (0.48 + 0.1574 - 0.00176) * (1.0 - std::sqrt(250.0 / 304.2));
+    expect_close(load(data, Soave).a, 3.9 * root * root, "a(T)");
+    EXPECT_EQ(load(data, PengRobinson).b, 0.03);
+    EXPECT_EQ(load(data, PengRobinson).c, 0.2);
+    EXPECT_EQ(load(data, DietericiSadus).b, 0.1);
+    expect_close(load(data, DietericiSadus).a, 6.9274293434154172, "a");
+}
+
+TEST(GasLoader, AcentricFactorComesFromTheRecordElseFromTheTable) {
+    const double table[]{-0.365, -0.029, 0.001, 0.005,  0.008, -0.216, -0.216, 0.054, 0.039, 0.025,
+                         0.09,   0.108,  0.229, -0.216, 0.329, 0.133,  0.066,  0.25,  0.344, 0.344,
+                         0.239,  0.011,  0.177, 0.193,  0.556, 0.644,  0.299,  0.263};
+    for (std::int16_t gas = 1; gas <= 28; ++gas)
+        for (const EquationOfState equation : {Soave, PengRobinson})
+            EXPECT_EQ(load(database("", gas), equation, gas).c, table[gas - 1]) << gas;
+    EXPECT_EQ(load(database("", 29), Soave, 29).c, -1.0);
+    EXPECT_EQ(load(database("c(8,3)=0.5\r\n", 3), PengRobinson, 3).c, 0.5);
+    EXPECT_EQ(load(database("c(8,3)=0\r\n", 3), PengRobinson, 3).c, 0.0);
+}
+
+TEST(GasLoader, CriticalCompressibilityNeedsTheCriticalVolume) {
+    const GasRecord known = load(database(""), IdealGas);
+    expect_close(known.zc, 72.9 * 0.094 / (0.08206 * 304.2), "zc");
+    const GasRecord unknown = load(database("", 1, "tc=304.2\r\npc=72.9\r\nvc=-1\r\n"), IdealGas);
+    EXPECT_EQ(unknown.vc, -1.0);
+    EXPECT_EQ(unknown.zc, -1.0);
+    EXPECT_EQ(unknown.pm, 0.0);  // a missing key
+}
+
+TEST(GasLoader, ReloadAndKeepDecideAboutTheCoefficients) {
+    const confreg::Text data = database("");
+    struct Case {
+        EquationOfState equation;
+        bool reload, keep, loads;
+    };
+    for (const Case& c : {Case{VanDerWaals, true, true, true}, Case{VanDerWaals, true, false, true},
+                          Case{VanDerWaals, false, false, true}, Case{VanDerWaals, false, true, false},
+                          Case{IdealGas, true, false, false}}) {
+        GasRecord record;
+        record.a = 7.0;
+        double t = 300.0, mu = 1.5;
+        cargargas(data, c.equation, 1, c.reload, c.keep, t, mu, record);
+        EXPECT_EQ(record.a != 7.0, c.loads);
+        EXPECT_EQ(record.tc, 304.2);  // the constants are read in any case
+        EXPECT_EQ(record.name, "CO2");
+    }
+}
+
+TEST(GasLoader, ZeroTemperatureAndExponentAreGuarded) {
+    GasRecord record;
+    double t = 0.0, mu = 0.0;
+    cargargas(database(""), Virial, 1, true, false, t, mu, record);
+    EXPECT_EQ(t, 1e-05);
+    EXPECT_EQ(mu, 1e-05);
+    EXPECT_LT(record.b, -1e6);
+    t = -0.0;
+    cargargas(database(""), VanDerWaals, 1, false, true, t, mu, record);
+    EXPECT_EQ(t, 1e-05);
+}
+
+TEST(GasLoader, StoredExponentBecomesMu) {
+    GasRecord record;
+    double t = 300.0, mu = 1.5;
+    cargargas(database("c(6,3)=1.8\r\n"), FreeExponent, 1, true, false, t, mu, record);
+    EXPECT_EQ(mu, 1.8);
+    EXPECT_EQ(record.c, 1.8);
+    // Without automatic coefficients any exponent will do.
+    cargargas(database("c(6,1)=4\r\nc(6,2)=0.03\r\nc(6,3)=0.5\r\n"), FreeExponent, 1, true, false, t, mu, record);
+    EXPECT_EQ(mu, 0.5);
+    // Automatic ones need an exponent above 1; nothing changes then.
+    const GasRecord before = record;
+    for (double exponent : {1.0, 0.5, 0.0, -2.0}) {
+        const double given = exponent == 0.0 ? 1e-05 : exponent;
+        EXPECT_THROW(cargargas(database(""), FreeExponent, 1, true, false, t, exponent, record), InvalidArgument);
+        EXPECT_EQ(exponent, given);
+    }
+    EXPECT_EQ(record.a, before.a);
+    double above = 1.0001;
+    EXPECT_NO_THROW(cargargas(database(""), FreeExponent, 1, true, false, t, above, record));
+}
+
+TEST(GasLoader, DivisionsByZeroAreErrorsThatNameTheGas) {
+    const confreg::Text no_tc = database("", 4, "tc=0\r\npc=50\r\nvc=-1\r\n");
+    const confreg::Text no_pc = database("", 4, "tc=300\r\npc=0\r\nvc=0.1\r\n");
+    for (const Model& model : models()) {
+        if (model.stored == 0) {
+            EXPECT_NO_THROW(load(no_tc, model.number, 4));
+            continue;
+        }
+        EXPECT_THROW(load(no_tc, model.number, 4), FloatingPointError) << model.name;
+        EXPECT_THROW(load(no_pc, model.number, 4), FloatingPointError) << model.name;
+    }
+    try {
+        load(no_pc, Dieterici, 4);
+    } catch (const FloatingPointError& error) {
+        EXPECT_STREQ(error.what(), "gas 4 (CO2): dieterici: no coefficients from a critical pressure of 0");
+    }
+    EXPECT_THROW(load(no_pc, VanDerWaals, 5), FloatingPointError);  // no such section: all zero
+}
+
+TEST(GasLoader, CriticalPointIsThatOfTheGas) {
+    const double tc = 304.1282, pc = 72.8083;
+    struct Case {
+        EquationOfState equation;
+        double mu, reduced_volume;  // Vc/b
+        double tolerance;           // of Pc: models with rounded constants miss it a little
+    };
+    const Case cases[]{
+        {VanDerWaals, 1.5, 3.0, 1e-13},
+        {Berthelot, 1.5, 3.0, 1e-13},
+        {Dieterici, 1.5, 2.0, 1e-13},
+        {RedlichKwong, 1.5, 1.0 / (std::cbrt(2.0) - 1.0), 1e-13},
+        {FreeExponent, 1.5, 5.0, 1e-12},
+        {FreeExponent, 3.0, 2.0, 1e-12},
+        {Soave, 1.5, 1.0 / (std::cbrt(2.0) - 1.0), 1e-4},
+        {PengRobinson, 1.5, 3.9513730, 1e-4},
+    };
+    for (const Case& c : cases) {
+        EquationSlot slot;
+        slot.equation = c.equation;
+        slot.temperature = tc;
+        slot.mu = c.mu;
+        const auto k = derive(c.equation, tc, pc, 0.2239, c.mu, tc);
+        slot.gas.a = k.a;
+        slot.gas.b = k.b;
+        const double vc = c.reduced_volume * k.b;
+        const std::string name(find_model(c.equation)->name);
+        EXPECT_NEAR(pressure(slot, vc) / pc, 1.0, c.tolerance) << name;
+        // First and second derivative vanish: what is left is of third order.
+        for (const double h : {1e-3, -1e-3})
+            EXPECT_NEAR(pressure(slot, vc * (1.0 + h)) / pc, 1.0, c.tolerance + 1e-8) << name;
+    }
+}
+
+// The rounded constants of the model put its own critical point at 1.0024 Tc: a last trace of the loop is left at Tc.
+TEST(GasLoader, DietericiSadusHasItsCriticalPointClose) {
+    const double tc = 304.1282, pc = 72.8083;
+    const auto k = derive(DietericiSadus, tc, pc, 0.0, 0.0, tc);
+    EquationSlot slot;
+    slot.equation = DietericiSadus;
+    slot.gas.a = k.a;
+    slot.gas.b = k.b;
+    const auto rises = [&slot, &k, pc](double t) {  // the steepest rise of P/Pc with V anywhere on the isotherm
+        slot.temperature = t;
+        double steepest = -1.0;
+        for (double v = 0.3 * k.b; v < 3.0 * k.b; v *= 1.001)
+            steepest = std::max(steepest, (pressure(slot, v * 1.001) - pressure(slot, v)) / (0.001 * pc));
+        return steepest;
+    };
+    EXPECT_GT(rises(0.99 * tc), 0.01);
+    EXPECT_LT(rises(1.003 * tc), 0.0);
+    slot.temperature = tc;
+    EXPECT_NEAR(pressure(slot, 0.6527 * k.b) / pc, 1.0, 1e-3);
+}
+
+TEST(LoadSlot, ReloadClearsTheParameterFlagAndARefreshKeepsIt) {
+    const confreg::Text data = database("c(6,3)=1.8\r\n");
+    EquationSlot slot;
+    slot.gas_number = 1;
+    slot.equation = FreeExponent;
+    slot.parameters = true;
+    slot.gas.a = 7.0;
+    load_slot(data, slot, false);
+    EXPECT_TRUE(slot.parameters);
+    EXPECT_EQ(slot.gas.a, 7.0);
+    EXPECT_EQ(slot.mu, 1.5);
+    load_slot(data, slot, true);
+    EXPECT_FALSE(slot.parameters);
+    EXPECT_NE(slot.gas.a, 7.0);
+    EXPECT_EQ(slot.mu, 1.8);
+    slot.temperature = 0.0;
+    load_slot(data, slot, false);
+    EXPECT_EQ(slot.temperature, 1e-05);
+    slot.gas_number = 0;
+    load_slot(data, slot, true);
+    EXPECT_EQ(slot.gas.name, "");
+    EXPECT_EQ(slot.gas.a, 0.0);
+}
+
+TEST(GasDatabase, CountAndNames) {
+    const auto count = [](const std::string& n) { return gas_count(confreg::Text("[GENERAL]\r\nn=" + n + "\r\n")); };
+    EXPECT_EQ(count("60"), 60);
+    EXPECT_EQ(count("32767"), 32767);
+    EXPECT_EQ(count("-3"), 0);
+    EXPECT_EQ(count("abc"), 0);
+    EXPECT_EQ(gas_count(confreg::Text("")), 0);
+    EXPECT_THROW(count("32768"), Overflow);
+    EXPECT_THROW(count("1e9"), Overflow);
+    const confreg::Text data("[g2]\r\nnombre = no\r\nnombre= neón \r\n[G3]\r\npm=1\r\n[g1]\r\nnombre=helio\r\n");
+    EXPECT_EQ(gas_names(data, 3).front(), "helio");
+    EXPECT_EQ(gas_names(data, 3).back(), "");
+    EXPECT_EQ(gas_names(data, 3).size(), 3u);
+}
+
+// ---- the shipped file -----------------------------------------------------------------------------------------------
+
+std::string shipped_bytes() {
+    return real_file_system().read(std::filesystem::path(TAVO_SOURCE_DIR) / "data" / "data");
+}
+
+/// Molar mass of a formula such as "(CH3)2CO" from standard atomic weights.
+double molar_mass(std::string_view& formula) {
+    static const std::map<std::string, double> weights{{"H", 1.008},   {"D", 2.0141},   {"He", 4.0026}, {"C", 12.011},
+                                                       {"N", 14.007},  {"O", 15.999},   {"F", 18.9984}, {"Ne", 20.1797},
+                                                       {"S", 32.06},   {"Cl", 35.45},   {"Ar", 39.948}, {"Br", 79.904},
+                                                       {"Kr", 83.798}, {"I", 126.9045}, {"Xe", 131.293}};
+    double sum = 0.0;
+    while (!formula.empty() && formula.front() != ')') {
+        double part = 0.0;
+        if (formula.front() == '(') {
+            formula.remove_prefix(1);
+            part = molar_mass(formula);
+            formula.remove_prefix(1);
+        } else {
+            const std::size_t length = formula.size() > 1 && std::islower(formula[1]) ? 2 : 1;
+            part = weights.at(std::string(formula.substr(0, length)));
+            formula.remove_prefix(length);
+        }
+        const double times = Val(formula);
+        while (!formula.empty() && std::isdigit(formula.front()))
+            formula.remove_prefix(1);
+        sum += part * (times == 0.0 ? 1.0 : times);
+    }
+    return sum;
+}
+
+TEST(ShippedDatabase, HasTheLayoutThatTheEditorWrites) {
+    const std::string bytes = shipped_bytes();
+    EXPECT_EQ(windows1252_from_utf8(utf8_from_windows1252(bytes)), bytes);
+    EXPECT_FALSE(bytes.starts_with(UTF8_MARK));
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+        ASSERT_EQ(bytes[i] == '\n', i > 0 && bytes[i - 1] == '\r' && bytes[i] == '\n') << "line end at byte " << i;
+    EXPECT_EQ(std::count(bytes.begin(), bytes.end(), '\r'), std::count(bytes.begin(), bytes.end(), '\n'));
+    EXPECT_NE(bytes.find("\r\nnombre=CO2 (di\xF3xido de carbono)\r\n"), std::string::npos);
+
+    const confreg::Text data(bytes);
+    ASSERT_EQ(gas_count(data), 60);
+    const auto sections = data.listasecciones();
+    ASSERT_EQ(sections.size(), 61u);
+    EXPECT_EQ(sections[0], "General");
+    const char* const keys[]{"nombre", "pm",     "tc",     "pc",     "vc",     "teb",    "hv",     "c(1,1)",
+                             "c(1,2)", "c(2,1)", "c(2,2)", "c(3,1)", "c(3,2)", "c(4,1)", "c(4,2)", "c(5,1)",
+                             "c(5,2)", "c(5,3)", "c(5,4)", "c(6,1)", "c(6,2)", "c(6,3)", "c(7,1)", "c(7,2)",
+                             "c(7,3)", "c(8,1)", "c(8,2)", "c(8,3)", "c(9,1)", "c(9,2)"};
+    for (std::size_t gas = 1; gas <= 60; ++gas) {
+        EXPECT_EQ(sections[gas], "G" + std::to_string(gas));
+        std::string section = bytes.substr(bytes.find("[G" + std::to_string(gas) + "]\r\n"));
+        std::size_t at = section.find('\n') + 1;
+        for (const char* key : keys) {
+            const std::string start = std::string(key) + "=";
+            EXPECT_EQ(section.substr(at, start.size()), start) << "gas " << gas;
+            const std::string value = section.substr(at + start.size(), section.find('\r', at) - at - start.size());
+            const bool acentric = start == "c(7,3)=" || start == "c(8,3)=";
+            EXPECT_TRUE(!start.starts_with("c(") || acentric || value == "-1") << "gas " << gas << ' ' << key;
+            at = section.find('\n', at) + 1;
+        }
+    }
+}
+
+TEST(ShippedDatabase, EveryGasIsPhysicallySound) {
+    const confreg::Text data(shipped_bytes());
+    for (std::int16_t number = 1; number <= 60; ++number) {
+        const GasRecord gas = load(data, PengRobinson, number);
+        SCOPED_TRACE(gas.name);
+        const std::size_t end = gas.name.find(" (");
+        ASSERT_NE(end, std::string::npos);
+        if (gas.name != "N2/O2/Ar (aire)") {
+            std::string formula = gas.name.substr(0, end);
+            if (formula.starts_with("n-") || formula.starts_with("i-"))
+                formula.erase(0, 2);
+            std::string_view rest = formula;
+            EXPECT_NEAR(gas.pm, molar_mass(rest), 0.02);
+        }
+        EXPECT_GT(gas.zc, 0.11);  // hydrogen fluoride, which associates; else above 0.22
+        EXPECT_LT(gas.zc, 0.36);
+        EXPECT_GT(gas.teb / gas.tc, 0.54);
+        EXPECT_LT(gas.teb / gas.tc, 0.82);
+        // W. C. Edmister's estimate of the acentric factor (1958).
+        const double ratio = gas.teb / gas.tc;
+        const double tolerance = gas.name.starts_with("CO2") ? 0.2 : 0.1;  // carbon dioxide sublimes
+        EXPECT_NEAR(gas.c, 3.0 / 7.0 * ratio / (1.0 - ratio) * std::log10(gas.pc) - 1.0, tolerance);
+        // F. Trouton's rule, in cal/(mol K): far off for quantum gases and for hydrogen fluoride.
+        EXPECT_TRUE(gas.hv == -1.0 || (gas.hv * 1000.0 / gas.teb > 4.0 && gas.hv * 1000.0 / gas.teb < 32.0));
+        for (const Model& model : models())
+            EXPECT_NO_THROW(load(data, model.number, number));
+    }
+}
+
+TEST(ShippedDatabase, HoldsTheTabulatedNumbers) {
+    struct Case {
+        std::int16_t number;
+        const char* name;
+        double pm, tc, pc, vc, teb, hv, w;
+    };
+    const Case cases[]{
+        {1, "He (helio)", 4.0026, 5.1953, 2.2533, 0.05753, 4.224, 0.0197, -0.3835},
+        {9, "N2 (nitrógeno)", 28.014, 126.192, 33.5139, 0.08941, 77.355, 1.3336, 0.0372},
+        {14, "HD (deuteruro de hidrógeno)", 3.0221, 36, 14.6, 0.0628, 22.13, -1, -0.181},
+        {19, "H2O (agua)", 18.015, 647.096, 217.7547, 0.05595, 373.124, 9.7158, 0.3443},
+        {21, "CO2 (dióxido de carbono)", 44.009, 304.1282, 72.8083, 0.09412, 194.67, 3.6855, 0.2239},
+        {31, "NO (óxido nítrico)", 30.006, 180.15, 63.9526, 0.058, 121.41, 3.3054, 0.5829},
+        {46, "C7H16 (n-heptano)", 100.205, 540.2, 27.0417, 0.428, 371.533, 7.589, 0.349},
+        {59, "CF3CH2F (1,1,1,2-tetrafluoroetano (R-134a))", 102.0316, 374.21, 40.062, 0.19932, 247.076, 5.291, 0.3268},
+        {60, "N2/O2/Ar (aire)", 28.9655, 132.5306, 37.3649, 0.08453, 78.903, 1.4179, 0.0335},
+    };
+    const confreg::Text data(shipped_bytes());
+    for (const Case& c : cases) {
+        const GasRecord gas = load(data, Soave, c.number);
+        EXPECT_EQ(gas.name, c.name);
+        EXPECT_EQ(gas.pm, c.pm) << c.name;
+        EXPECT_EQ(gas.tc, c.tc) << c.name;
+        EXPECT_EQ(gas.pc, c.pc) << c.name;
+        EXPECT_EQ(gas.vc, c.vc) << c.name;
+        EXPECT_EQ(gas.teb, c.teb) << c.name;
+        EXPECT_EQ(gas.hv, c.hv) << c.name;
+        EXPECT_EQ(gas.c, c.w) << c.name;
+    }
+}
+
+}  // namespace
