@@ -14,6 +14,7 @@
 #include "controls/iconos.h"
 #include "core/palette.h"
 #include "shell/application_state.h"
+#include "shell/textos.h"
 #include "tavo_version.h"
 
 namespace {
@@ -182,7 +183,7 @@ void frmSplash::poner_captions(const ApplicationState& estado) {
     lblProductDescription->setText(estado.texto(181) + u'\r' + estado.texto(182));
     lblPlatform->setText(QStringLiteral("Windows 98, NT, XP"));
     lblWarning->setText(estado.texto(63));
-    lblVersion->setText(estado.texto(183).replace(QStringLiteral("%1"), QStringLiteral(TAVO_VERSION)));
+    lblVersion->setText(con_valor(estado.texto(183), QStringLiteral(TAVO_VERSION)));
     Label1->setText(estado.texto(535, QStringLiteral("Programa: el equipo de TAVO-GAS")));
     Label2->setText(estado.texto(536, QStringLiteral("Física, datos y textos: el equipo de TAVO-GAS")));
 }

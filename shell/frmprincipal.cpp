@@ -308,8 +308,8 @@ void frmprincipal::mostrar_idiomas() {
         action->setObjectName(indexed(QStringLiteral("mnuidiomas"), i));
         action->setCheckable(true);
         action->setChecked(tavo::idiomas::same_language(name.toStdString(), estado_.language().toStdString()));
-        action->setStatusTip(
-            estado_.texto(522, QStringLiteral("Usa el idioma %1 desde el próximo inicio del programa")).arg(name));
+        action->setStatusTip(con_valor(
+            estado_.texto(522, QStringLiteral("Usa el idioma %1 desde el próximo inicio del programa")), name));
         connect(action, &QAction::triggered, this, [this, i] { mnuidiomas_Click(i); });
         ++i;
     }
@@ -525,7 +525,7 @@ void frmprincipal::mostrar_unidad() {
 }
 
 void frmprincipal::mostrar_numero_de_gases() {
-    lbgases->setText(estado_.texto(508, QStringLiteral("%1 gases")).arg(estado_.gas_count()));
+    lbgases->setText(con_valor(estado_.texto(508, QStringLiteral("%1 gases")), QString::number(estado_.gas_count())));
 }
 
 void frmprincipal::mostrar_estado(const QString& text, int milliseconds) {

@@ -15,3 +15,7 @@ QString como_caption(const QString& text) {
     QString caption = text;
     return caption.replace(u'&', QStringLiteral("&&"));
 }
+
+QString con_valor(QString text, const QString& value) {
+    return text.replace(QStringLiteral("%1"), value);
+}

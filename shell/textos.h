@@ -8,3 +8,6 @@ QString sin_mnemonico(const QString& caption);
 
 /// Plain text as a caption without a mnemonic: "a & b" -> "a && b".
 QString como_caption(const QString& text);
+
+/// A text with its %1 replaced; a text without one stays as it is.
+QString con_valor(QString text, const QString& value);

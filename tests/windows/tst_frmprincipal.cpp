@@ -1,0 +1,535 @@
+// The main window: menus, toolbar, units, languages, child windows.
+
+#include <QAction>
+#include <QDialog>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QSignalSpy>
+#include <QTest>
+#include <QToolBar>
+#include <QToolButton>
+
+#include <optional>
+#include <stdexcept>
+
+#include "shell/application_state.h"
+#include "shell/frmprincipal.h"
+#include "tests/windows/support/hogar_temporal.h"
+#include "tests/windows/support/mensajes_prueba.h"
+
+namespace {
+
+/// A table whose text k reads "k-th", in two languages; the active one is written in other letters than its section.
+QByteArray numbered_table(const QByteArray& active = "ALFA") {
+    QByteArray table = "[idioma]\r\nidioma=" + active + "\r\n\r\n";
+    for (const char* language : {"Alfa", "Beta & Co"}) {
+        table += "[" + QByteArray(language) + "]\r\n";
+        for (int k = 1; k <= 600; ++k)
+            table += QByteArray::number(k) + "=&" + QByteArray::number(k) + "-th" +
+                     (k == 508 || k == 522 ? " %1" : "") + "\r\n";
+        table += "\r\n";
+    }
+    return table;
+}
+
+class Condiciones final : public QWidget, public ConditionsView {
+public:
+    explicit Condiciones(QStringList& calls) : calls_(calls) { resize(400, 300); }
+    void copiar_filas() override {}
+    void cambiar_unidad(AmountUnit from, AmountUnit to) override {
+        calls_.append(QStringLiteral("unit %1>%2").arg(static_cast<int>(from)).arg(static_cast<int>(to)));
+        if (calls_.contains("fail"))
+            throw std::runtime_error("molar mass 0");
+    }
+    void limpiar_filas() override { calls_.append("clear"); }
+    QSize sizeHint() const override { return {400, 300}; }
+
+private:
+    QStringList& calls_;
+};
+
+class Hija final : public QWidget {
+public:
+    QSize sizeHint() const override { return {320, 200}; }
+};
+
+const QStringList WINDOWS{"frmgases",   "frmgraficos",   "frmcalculos", "frmoperaciones", "frmtabla",
+                          "frmtablaay", "frmtermometro", "frmIdioma",   "frmAbout"};
+
+}  // namespace
+
+class tst_frmprincipal : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void captions_data();
+    void captions();
+    void menus_hold_their_entries();
+    void toolbar_positions_and_tips();
+    void parts_that_are_missing_are_disabled_and_say_so();
+    void entries_open_their_windows_data();
+    void entries_open_their_windows();
+    void keys_without_a_button();
+    void plot_entries_follow_the_plot_window();
+    void state_at_start();
+    void start_afresh();
+    void units_back_and_forth();
+    void a_failed_change_of_unit_leaves_the_ticks();
+    void language_menu();
+    void choosing_a_language_data();
+    void choosing_a_language();
+    void a_language_gone_from_the_file();
+    void a_refused_rewrite_changes_nothing();
+    void an_active_language_without_a_section();
+    void shipped_languages_have_every_caption();
+    void first_steps_come_and_go();
+    void children_are_seen_whole_and_remember_their_place();
+    void dialogs_stand_in_front();
+    void status_line();
+
+private:
+    void start(const QByteArray& table = numbered_table());
+    void start_with_all_windows();
+    QAction* entry(const QString& name) const { return principal_->findChild<QAction*>(name); }
+    QAction* key(const QString& name) const {
+        return principal_->findChild<QToolBar*>("Toolbar1")->findChild<QAction*>(name);
+    }
+    QMdiArea* area() const { return principal_->findChild<QMdiArea*>("area"); }
+
+    std::optional<HogarTemporal> home_;
+    std::optional<ApplicationState> estado_;
+    std::optional<MensajesPrueba> mensajes_;
+    std::optional<frmprincipal> principal_;
+    QStringList calls_;
+    int helps_ = 0;
+};
+
+void tst_frmprincipal::init() {
+    home_.emplace();
+    estado_.emplace(home_->path());
+    mensajes_.emplace();
+    calls_.clear();
+    helps_ = 0;
+}
+
+void tst_frmprincipal::cleanup() {
+    principal_.reset();
+    mensajes_.reset();
+    estado_.reset();
+    home_.reset();
+}
+
+void tst_frmprincipal::start(const QByteArray& table) {
+    home_->write("idioma.lng", table);
+    estado_->load_languages();
+    const std::function<void()> help = [this] { ++helps_; };
+    principal_.emplace(*estado_, *mensajes_, estado_->has_window("frmAbout") ? help : nullptr);
+    principal_->mostrar_idiomas();
+    principal_->MDIForm_Load();
+    principal_->show();
+}
+
+void tst_frmprincipal::start_with_all_windows() {
+    for (const QString& name : WINDOWS)
+        estado_->register_window(name, [] { return new Hija; });
+    estado_->register_window("frmescala", [] { return new QDialog; });
+    estado_->register_window("frmdatos", [this] { return new Condiciones(calls_); });
+    start();
+}
+
+void tst_frmprincipal::captions_data() {
+    QTest::addColumn<QString>("caption");
+    const QList<std::pair<const char*, const char*>> rows{
+        {"mnuarchivos", "&1-th"},     {"mnunuevo", "&9-th"},     {"mnusalir", "&10-th"},
+        {"mnudatos", "&2-th"},        {"mnuunidades", "&11-th"}, {"mnumoles", "&12-th"},
+        {"mnugramos", "&13-th"},      {"mnudato", "&14-th"},     {"mnugases", "&190-th"},
+        {"mnugraficos", "&3-th"},     {"mnudibujos", "&15-th"},  {"mnuescala", "&16-th"},
+        {"mnucalcular", "&4-th"},     {"mnup", "&17-th"},        {"mnuv", "&18-th"},
+        {"mnut", "&19-th"},           {"mnuf", "&20-th"},        {"mnusimulaciones", "&5-th"},
+        {"mnuoperaciones", "&21-th"}, {"mnutablas", "&6-th"},    {"mnucrit", "&22-th"},
+        {"mnutermo", "&23-th"},       {"mnutermosc", "&24-th"},  {"mnuidioma", "&7-th"},
+        {"mnuayudas", "&8-th"},       {"mnuayuda", "&30-th..."}, {"mnuacercade", "&31-th ..."},
+    };
+    for (const auto& [name, caption] : rows)
+        QTest::newRow(name) << caption;
+}
+
+void tst_frmprincipal::captions() {
+    QFETCH(QString, caption);
+    start();
+    const QString name = QTest::currentDataTag();
+    if (const auto* menu = principal_->findChild<QMenu*>(name))
+        QCOMPARE(menu->title(), caption);
+    else
+        QCOMPARE(entry(name)->text(), caption);
+}
+
+void tst_frmprincipal::menus_hold_their_entries() {
+    start();
+    const auto names = [](const QWidget* menu) {
+        QStringList list;
+        for (const QAction* action : menu->actions())
+            list.append(action->menu() ? action->menu()->objectName() : action->objectName());
+        return list;
+    };
+    QCOMPARE(names(principal_->menuBar()), (QStringList{"mnuarchivos", "mnudatos", "mnugraficos", "mnucalcular",
+                                                        "mnusimulaciones", "mnutablas", "mnuidioma", "mnuayudas"}));
+    const QList<QStringList> menus{
+        {"mnuarchivos", "mnunuevo", "mnusalir"},
+        {"mnudatos", "mnuunidades", "mnudato", "mnugases"},
+        {"mnuunidades", "mnumoles", "mnugramos"},
+        {"mnugraficos", "mnudibujos", "mnuescala"},
+        {"mnucalcular", "mnup", "mnuv", "mnut", "mnuf"},
+        {"mnusimulaciones", "mnuoperaciones"},
+        {"mnutablas", "mnucrit", "mnutermo", "mnutermosc"},
+        {"mnuidioma", "mnuidiomas(1)", "mnuidiomas(2)", "mnuidiomas(3)", "mnuidiomas(4)"},
+        {"mnuayudas", "mnuayuda", "mnuacercade"},
+    };
+    for (const QStringList& menu : menus)
+        QCOMPARE(names(principal_->findChild<QMenu*>(menu.first())), menu.mid(1));
+}
+
+void tst_frmprincipal::toolbar_positions_and_tips() {
+    start();
+    const QStringList expected{"nuevo 32",   "datos 14",      "|", "mol 33",   "gramo 34",       "|",
+                               "graficas 3", "escala 16",     "|", "f 20",     "operaciones 21", "tabla 23",
+                               "tabla1 35",  "termometro 24", "|", "ayuda 30", "acercade 31",    "salir 10"};
+    QStringList found;
+    auto* bar = principal_->findChild<QToolBar*>("Toolbar1");
+    for (QAction* action : bar->actions()) {
+        if (action->isSeparator()) {
+            found.append("|");
+            continue;
+        }
+        QVERIFY2(!action->icon().isNull(), qPrintable(action->objectName()));
+        QCOMPARE(bar->widgetForAction(action)->objectName(), action->objectName());
+        found.append(action->objectName() + ' ' + action->toolTip().section("-th", 0, 0));
+    }
+    QCOMPARE(found, expected);
+    QCOMPARE(key("nuevo")->toolTip(),
+             "32-th (" + entry("mnunuevo")->shortcut().toString(QKeySequence::NativeText) + ')');
+}
+
+void tst_frmprincipal::parts_that_are_missing_are_disabled_and_say_so() {
+    start();
+    for (const char* name :
+         {"mnudato",       "mnugases",       "mnudibujos", "mnuescala", "mnup",       "mnuv",        "mnut",
+          "mnuf",          "mnuoperaciones", "mnucrit",    "mnutermo",  "mnutermosc", "mnuayuda",    "mnuacercade",
+          "mnuidiomas(4)", "datos",          "graficas",   "escala",    "f",          "operaciones", "tabla",
+          "tabla1",        "termometro",     "ayuda",      "acercade"}) {
+        QVERIFY2(!entry(name)->isEnabled(), name);
+        QCOMPARE(entry(name)->statusTip(), "&500-th");
+    }
+    for (const char* name : {"mnunuevo", "mnusalir", "mnumoles", "mnugramos", "nuevo", "mol", "gramo", "salir"})
+        QVERIFY2(entry(name)->isEnabled(), name);
+}
+
+void tst_frmprincipal::entries_open_their_windows_data() {
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<QString>("window");
+    QTest::addColumn<int>("mode");
+    QTest::newRow("mnudato") << "datos"
+                             << "frmdatos" << -1;
+    QTest::newRow("mnugases") << ""
+                              << "frmgases" << -1;
+    QTest::newRow("mnudibujos") << "graficas"
+                                << "frmgraficos" << -1;
+    QTest::newRow("mnuescala") << "escala"
+                               << "frmescala" << -1;
+    QTest::newRow("mnup") << ""
+                          << "frmcalculos" << 1;
+    QTest::newRow("mnuv") << ""
+                          << "frmcalculos" << 2;
+    QTest::newRow("mnut") << ""
+                          << "frmcalculos" << 3;
+    QTest::newRow("mnuf") << "f"
+                          << "frmcalculos" << 0;
+    QTest::newRow("mnuoperaciones") << "operaciones"
+                                    << "frmoperaciones" << -1;
+    QTest::newRow("mnutermo") << "tabla"
+                              << "frmtablaay" << -1;
+    QTest::newRow("mnucrit") << "tabla1"
+                             << "frmtabla" << -1;
+    QTest::newRow("mnutermosc") << "termometro"
+                                << "frmtermometro" << -1;
+    QTest::newRow("mnuacercade") << "acercade"
+                                 << "frmAbout" << -1;
+    QTest::newRow("mnuidiomas(4)") << ""
+                                   << "frmIdioma" << -1;
+    QTest::newRow("mnuayuda") << "ayuda"
+                              << "" << -1;
+}
+
+void tst_frmprincipal::entries_open_their_windows() {
+    QFETCH(QString, button);
+    QFETCH(QString, window);
+    QFETCH(int, mode);
+    start_with_all_windows();
+    emit estado_->plot_window_changed(true);
+    const QSignalSpy modes(&*estado_, &ApplicationState::calculation_mode_changed);
+    const auto check = [&] {
+        if (window.isEmpty()) {
+            QCOMPARE(helps_, 1);
+            return;
+        }
+        QWidget* shown = estado_->open_window(window);
+        QVERIFY(shown && shown->isVisible());
+        if (mode >= 0) {
+            QCOMPARE(estado_->calculation_mode, mode);
+            QCOMPARE(modes.last().first().toInt(), mode);
+        } else {
+            QVERIFY(modes.isEmpty());
+        }
+        shown->close();
+    };
+    estado_->calculation_mode = 9;
+    entry(QTest::currentDataTag())->trigger();
+    check();
+    if (button.isEmpty() || QTest::currentTestFailed())
+        return;
+    helps_ = 0;
+    estado_->calculation_mode = 9;
+    QTest::mouseClick(principal_->findChild<QToolButton*>(button), Qt::LeftButton);
+    check();
+}
+
+void tst_frmprincipal::keys_without_a_button() {
+    start_with_all_windows();
+    const QSignalSpy shown(&*estado_, &ApplicationState::show_requested);
+    for (const auto& [name, mode] : {std::pair{"p", 1}, {"v", 2}, {"t", 3}}) {
+        principal_->Toolbar1_ButtonClick(name);
+        QCOMPARE(estado_->calculation_mode, mode);
+    }
+    QCOMPARE(shown.count(), 3);
+    for (const char* unknown : {"", "P", "nada"})
+        principal_->Toolbar1_ButtonClick(unknown);
+    QCOMPARE(shown.count(), 3);
+}
+
+void tst_frmprincipal::plot_entries_follow_the_plot_window() {
+    start_with_all_windows();
+    for (const bool open : {false, true, false}) {
+        if (open != entry("mnudibujos")->isEnabled())
+            emit estado_->plot_window_changed(open);
+        for (const char* name : {"mnudibujos", "mnuescala", "graficas", "escala"})
+            QCOMPARE(entry(name)->isEnabled(), open);
+    }
+}
+
+void tst_frmprincipal::state_at_start() {
+    estado_->plot_shown = 7;
+    estado_->current_row = 4;
+    home_->write("data", "[General]\r\nn=3\r\n[G1]\r\nnombre=a\r\n[G2]\r\nnombre=b\r\n[G3]\r\nnombre=c\r\n");
+    start();
+    QCOMPARE(estado_->plot_shown, 0);
+    QCOMPARE(estado_->current_row, 1);
+    QCOMPARE(estado_->gas_count(), std::int16_t{3});
+    QCOMPARE(estado_->amount_unit(), AmountUnit::Moles);
+    QVERIFY(entry("mnumoles")->isChecked() && !entry("mnugramos")->isChecked());
+    const std::array expected{9, 2, 12, 13, 6};
+    for (int slot = 1; slot <= 5; ++slot)
+        QCOMPARE(estado_->slot_table()[slot].colour, expected[static_cast<std::size_t>(slot) - 1]);
+}
+
+void tst_frmprincipal::start_afresh() {
+    start_with_all_windows();
+    estado_->plot_shown = 1;
+    QTest::mouseClick(principal_->findChild<QToolButton*>("nuevo"), Qt::LeftButton);
+    QCOMPARE(estado_->plot_shown, 0);
+    QCOMPARE(calls_, QStringList{"clear"});
+    QVERIFY(!estado_->open_window("frmdatos")->isVisible());
+}
+
+void tst_frmprincipal::units_back_and_forth() {
+    start_with_all_windows();
+    const QSignalSpy announced(&*estado_, &ApplicationState::amount_unit_changed);
+    const auto ticks = [&] {
+        return QList<bool>{entry("mnumoles")->isChecked(), entry("mnugramos")->isChecked(), key("mol")->isChecked(),
+                           key("gramo")->isChecked()};
+    };
+    const QList<bool> moles{true, false, true, false}, grams{false, true, false, true};
+    QCOMPARE(ticks(), moles);
+    entry("mnumoles")->trigger();  // already: the rows stay, the limits are set again
+    QCOMPARE(calls_, QStringList());
+    QCOMPARE(announced.count(), 1);
+    QTest::mouseClick(principal_->findChild<QToolButton*>("gramo"), Qt::LeftButton);
+    QCOMPARE(ticks(), grams);
+    QCOMPARE(calls_, QStringList{"unit 0>1"});
+    QTest::mouseClick(principal_->findChild<QToolButton*>("gramo"), Qt::LeftButton);
+    QCOMPARE(ticks(), grams);
+    QCOMPARE(calls_.size(), 1);
+    entry("mnumoles")->trigger();
+    QCOMPARE(ticks(), moles);
+    QCOMPARE(calls_, (QStringList{"unit 0>1", "unit 1>0"}));
+    QCOMPARE(announced.count(), 4);
+}
+
+void tst_frmprincipal::a_failed_change_of_unit_leaves_the_ticks() {
+    start_with_all_windows();
+    calls_.append("fail");
+    QVERIFY_EXCEPTION_THROWN(entry("mnugramos")->trigger(), std::runtime_error);
+    QCOMPARE(estado_->amount_unit(), AmountUnit::Moles);
+    QVERIFY(entry("mnumoles")->isChecked() && !entry("mnugramos")->isChecked());
+}
+
+void tst_frmprincipal::language_menu() {
+    start();
+    QCOMPARE(entry("mnuidiomas(1)")->text(), "Alfa");
+    QCOMPARE(entry("mnuidiomas(2)")->text(), "Beta && Co");
+    QVERIFY(entry("mnuidiomas(1)")->isChecked() && !entry("mnuidiomas(2)")->isChecked());
+    QVERIFY(entry("mnuidiomas(3)")->isSeparator());
+    QCOMPARE(entry("mnuidiomas(4)")->text(), "&29-th");
+    home_->write("idioma.lng", numbered_table() + "[Gamma]\r\n");
+    estado_->invalidate_languages();
+    QCOMPARE(entry("mnuidiomas(3)")->text(), "Gamma");
+    QCOMPARE(entry("mnuidiomas(5)")->text(), "&29-th");
+}
+
+void tst_frmprincipal::choosing_a_language_data() {
+    QTest::addColumn<int>("entry_number");
+    QTest::addColumn<QByteArray>("written");
+    QTest::newRow("another") << 2 << QByteArray("Beta & Co");
+    QTest::newRow("the same") << 1 << QByteArray("Alfa");
+}
+
+void tst_frmprincipal::choosing_a_language() {
+    QFETCH(int, entry_number);
+    QFETCH(QByteArray, written);
+    start();
+    entry(QStringLiteral("mnuidiomas(%1)").arg(entry_number))->trigger();
+    QCOMPARE(mensajes_->vistos.size(), 1U);
+    QCOMPARE(mensajes_->vistos[0].texto, "&168-th");
+    QCOMPARE(mensajes_->vistos[0].estilo, 64);
+    QCOMPARE(mensajes_->vistos[0].titulo, "7-th");
+    QVERIFY(home_->read("idioma.lng").startsWith("[idioma]\r\nidioma=" + written + "\r\n"));
+    // The running program keeps its language.
+    QCOMPARE(estado_->language(), "ALFA");
+    QVERIFY(entry("mnuidiomas(1)")->isChecked() && !entry("mnuidiomas(2)")->isChecked());
+    QCOMPARE(entry("mnunuevo")->text(), "&9-th");
+}
+
+void tst_frmprincipal::a_language_gone_from_the_file() {
+    start();
+    QByteArray cut = numbered_table();
+    cut.replace("[Beta & Co]", "[Otro]");
+    home_->write("idioma.lng", cut);
+    QVERIFY(!principal_->seleccionar_idioma("Beta & Co"));
+    QCOMPARE(mensajes_->vistos.size(), 1U);
+    QCOMPARE(mensajes_->vistos[0].texto, "&167-th");
+    QCOMPARE(mensajes_->vistos[0].estilo, 16);
+    QCOMPARE(mensajes_->vistos[0].titulo, "7-th");
+    QCOMPARE(home_->read("idioma.lng"), cut);
+}
+
+void tst_frmprincipal::a_refused_rewrite_changes_nothing() {
+    start();
+    home_->write("fich.tmp", "another rewrite under way");
+    QVERIFY(!principal_->seleccionar_idioma("Beta & Co"));
+    QCOMPARE(mensajes_->vistos.size(), 1U);
+    QVERIFY(mensajes_->vistos[0].texto.startsWith("&528-th\n"));
+    QCOMPARE(mensajes_->vistos[0].estilo, 16);
+    QCOMPARE(home_->read("idioma.lng"), numbered_table());
+    QVERIFY(entry("mnuidiomas(1)")->isChecked());
+}
+
+void tst_frmprincipal::an_active_language_without_a_section() {
+    start(numbered_table("Gamma"));
+    QCOMPARE(principal_->findChild<QMenu*>("mnuarchivos")->title(), "");
+    QCOMPARE(entry("mnunuevo")->text(), "");
+    QVERIFY(!entry("mnuidiomas(1)")->isChecked() && !entry("mnuidiomas(2)")->isChecked());
+}
+
+void tst_frmprincipal::shipped_languages_have_every_caption() {
+    HogarTemporal shipped;
+    ApplicationState reader(shipped.path());
+    reader.load_languages();
+    const QStringList languages = reader.languages();
+    QVERIFY(languages.size() >= 2);
+    for (const QString& language : languages) {
+        cleanup();
+        init();
+        const QByteArray table = shipped.read("idioma.lng");
+        const qsizetype end = table.indexOf('\n', table.indexOf("idioma="));
+        std::string name = language.toStdString();
+        start("\xEF\xBB\xBF[idioma]\r\nidioma=" + QByteArray::fromStdString(name) +
+              QString::fromLatin1(table.mid(end - 1)).toUtf8());
+        for (const QAction* action : principal_->findChildren<QAction*>()) {
+            if (action->objectName().startsWith("mnu") && !action->isSeparator())
+                QVERIFY2(!action->text().isEmpty(), qPrintable(language + ' ' + action->objectName()));
+        }
+    }
+}
+
+void tst_frmprincipal::first_steps_come_and_go() {
+    start_with_all_windows();
+    auto* link = principal_->findChild<QAbstractButton*>("enlace(1)");
+    QCOMPARE(link->text(), "14-th");
+    QVERIFY(link->isVisible());
+    QTRY_VERIFY(link->hasFocus());
+    QTest::keyClick(link, Qt::Key_Return);
+    QWidget* child = estado_->open_window("frmdatos");
+    QVERIFY(child && child->isVisible());
+    QVERIFY(!link->isVisible());
+    area()->subWindowList().first()->close();
+    QTRY_VERIFY(link->isVisible());
+    QTRY_VERIFY(area()->subWindowList().isEmpty());
+    // A child that closes itself takes its frame along.
+    QTest::keyClick(principal_->findChild<QAbstractButton*>("enlace(2)"), Qt::Key_Space);
+    estado_->open_window("frmcalculos")->close();
+    QTRY_VERIFY(link->isVisible());
+}
+
+void tst_frmprincipal::children_are_seen_whole_and_remember_their_place() {
+    start_with_all_windows();
+    for (const char* name : {"mnudato", "mnugases", "mnucrit", "mnutermo"})
+        entry(name)->trigger();
+    QList<QPoint> corners;
+    for (const QMdiSubWindow* sub : area()->subWindowList()) {
+        QVERIFY(area()->viewport()->rect().contains(sub->geometry()));
+        QVERIFY(!corners.contains(sub->pos()));
+        corners.append(sub->pos());
+    }
+    auto* frame = qobject_cast<QMdiSubWindow*>(estado_->open_window("frmgases")->parentWidget());
+    const QRect place(97, 61, 402, 255);
+    frame->setGeometry(place);
+    estado_->open_window("frmgases")->close();
+    QTRY_COMPARE(area()->subWindowList().size(), 3);
+    entry("mnugases")->trigger();
+    QCOMPARE(estado_->open_window("frmgases")->parentWidget()->geometry(), place);
+    // Showing an open window brings it forward and makes no second one.
+    entry("mnudato")->trigger();
+    QCOMPARE(area()->activeSubWindow()->widget(), estado_->open_window("frmdatos"));
+    QCOMPARE(area()->subWindowList().size(), 4);
+}
+
+void tst_frmprincipal::dialogs_stand_in_front() {
+    start_with_all_windows();
+    estado_->show_window("frmescala");
+    QWidget* dialog = estado_->open_window("frmescala");
+    QVERIFY(dialog->isWindow() && dialog->isVisible());
+    QCOMPARE(dialog->parentWidget(), &*principal_);
+    QVERIFY(area()->subWindowList().isEmpty());
+}
+
+void tst_frmprincipal::status_line() {
+    start();
+    const auto text = [&](const char* name) { return principal_->findChild<QLabel*>(name)->text(); };
+    estado_->set_status("hecho");
+    estado_->set_coordinates("(1.0000,2.0000)");
+    QCOMPARE(text("lbestado"), "hecho");
+    QCOMPARE(text("lbcoordenadas"), "(1.0000,2.0000)");
+    QCOMPARE(text("lbunidad"), "&506-th");
+    entry("mnugramos")->trigger();
+    QCOMPARE(text("lbunidad"), "&507-th");
+    estado_->set_status("breve", 1);
+    QTRY_COMPARE(text("lbestado"), "");
+}
+
+QTEST_MAIN(tst_frmprincipal)
+#include "tst_frmprincipal.moc"
