@@ -172,13 +172,14 @@ private:
     std::string old_;
 };
 
-/// Whether a rewrite of the settings file was cut short that had put its new text into fich.tmp. A power cut may leave
-/// NULs where the rest was going to be.
+/// Whether a settings file holds a part of the text that it was going to hold. A power cut leaves NULs where data did
+/// not reach the disk; at the beginning they are also the mark of an old text that was being put back.
 bool cut_short(std::string_view settings, std::string_view complete) {
     if (settings.starts_with('\0'))
         return true;
-    const std::string_view written = settings.substr(0, settings.find_last_not_of('\0') + 1);
-    return settings != complete && complete.starts_with(written);
+    return settings.size() <= complete.size() && settings != complete &&
+           std::equal(settings.begin(), settings.end(), complete.begin(),
+                      [](char found, char wanted) { return found == wanted || found == '\0'; });
 }
 
 /// The settings file that a left-over belongs to and that it has to complete.
@@ -269,7 +270,7 @@ Recovery recover(const std::vector<fs::path>& settings_files, const Site& site) 
         if (!files.exists(temporary))
             return Recovery::Nothing;
         const std::string complete = files.read(temporary);
-        const bool usable = !complete.empty() && !complete.starts_with('\0');
+        const bool usable = !complete.starts_with('\0');
         const fs::path* const path = usable ? file_to_complete(settings_files, complete, files) : nullptr;
         if (path) {
             const auto file = files.truncate(*path);

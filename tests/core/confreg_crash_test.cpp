@@ -1,0 +1,513 @@
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <functional>
+#include <limits>
+#include <map>
+#include <random>
+#include <system_error>
+
+#include "core/confreg.h"
+#include "core/errors.h"
+
+#ifndef _WIN32
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <csignal>
+#endif
+
+namespace {
+
+using namespace tavo;
+using confreg::Recovery;
+using confreg::Text;
+namespace fs = std::filesystem;
+
+constexpr int NEVER = std::numeric_limits<int>::max();
+constexpr std::size_t CHUNK = 5;  // bytes that one step writes
+
+/// The process was killed or the power went; no handler of the program runs any more.
+struct Stopped {};
+
+/// What had reached the disk when the power went, of all that was not synced.
+enum class Kept { Everything, Nothing, NothingAndFilesBack, Truncation, EvenWrites, OddWrites };
+constexpr Kept ALL_KEPT[]{Kept::Everything, Kept::Nothing,    Kept::NothingAndFilesBack,
+                          Kept::Truncation, Kept::EvenWrites, Kept::OddWrites};
+
+/// A disk in memory that can stop the program or refuse at any step. Every call is a step; a write has one per CHUNK.
+class TestDisk final : public FileSystem {
+public:
+    int stop_at = NEVER;              // step that does not happen, nor any after it
+    int refuse_from = NEVER;          // first step that ends with an error
+    int refuse_until = NEVER;         // first one after it that does not
+    bool refuse_only_writes = false;  // as a full disk does
+    std::size_t capacity = std::numeric_limits<std::size_t>::max();
+    std::uintmax_t reported = std::numeric_limits<std::uintmax_t>::max();  // free space as the system tells it
+
+    int steps() const { return step_; }
+    std::string content(const fs::path& path) const { return files_.at(path).content; }
+    bool has(const fs::path& path) const { return files_.count(path) > 0; }
+    void put(const fs::path& path, const std::string& bytes) { files_[path] = {bytes, bytes}; }
+
+    /// The disk as the next start finds it.
+    void restart(Kept kept) {
+        if (kept == Kept::NothingAndFilesBack) {
+            for (const auto& [path, bytes] : removed_)
+                put(path, bytes);
+        }
+        if (kept != Kept::Everything) {
+            for (auto& [path, file] : files_)
+                lose(file, kept);
+        }
+        removed_.clear();
+        stop_at = refuse_from = refuse_until = NEVER;
+        step_ = 0;
+    }
+
+    bool exists(const fs::path& path) override {
+        step(path, false);
+        return has(path);
+    }
+    std::string read(const fs::path& path) override {
+        step(path, false);
+        return at(path).content;
+    }
+    std::unique_ptr<OutputFile> create_exclusive(const fs::path& path) override {
+        step(path, false);
+        if (has(path))
+            refuse(path, std::errc::file_exists);
+        put(path, "");
+        return std::make_unique<Open>(*this, path);
+    }
+    std::unique_ptr<OutputFile> truncate(const fs::path& path) override {
+        step(path, false);
+        File& file = at(path);
+        file = {"", file.durable, true};
+        return std::make_unique<Open>(*this, path);
+    }
+    void check_writable(const fs::path& path) override { step(path, false); }
+    std::uintmax_t available(const fs::path& path) override {
+        step(path, false);
+        return reported;
+    }
+    void remove(const fs::path& path) override {
+        step(path, false);
+        removed_[path] = at(path).durable;
+        files_.erase(path);
+    }
+
+private:
+    struct Write {
+        std::size_t offset;
+        std::string bytes;
+    };
+    struct File {
+        std::string content;
+        std::string durable;
+        bool truncated = false;       // since it was last synced
+        std::vector<Write> writes{};  // since then
+    };
+
+    class Open final : public OutputFile {
+    public:
+        Open(TestDisk& disk, fs::path path) : disk_(disk), path_(std::move(path)) {}
+        void write_at(std::uint64_t offset, std::string_view bytes) override {
+            for (std::size_t i = 0; i < bytes.size(); i += CHUNK)
+                disk_.write(path_, static_cast<std::size_t>(offset) + i, bytes.substr(i, CHUNK));
+        }
+        void sync() override {
+            disk_.step(path_, false);
+            File& file = disk_.at(path_);
+            file = {file.content, file.content};
+        }
+        void close() override { disk_.step(path_, false); }
+
+    private:
+        TestDisk& disk_;
+        fs::path path_;
+    };
+
+    void step(const fs::path& path, bool writes) {
+        if (step_ >= stop_at)
+            throw Stopped{};
+        const int now = step_++;
+        if (now >= refuse_from && now < refuse_until && (writes || !refuse_only_writes))
+            refuse(path, std::errc::no_space_on_device);
+    }
+    void write(const fs::path& path, std::size_t offset, std::string_view bytes) {
+        step(path, true);
+        std::string& content = at(path).content;
+        std::size_t used = 0;
+        for (const auto& [name, file] : files_)
+            used += file.content.size();
+        if (used + std::max(offset + bytes.size(), content.size()) - content.size() > capacity)
+            refuse(path, std::errc::no_space_on_device);
+        content.resize(std::max(content.size(), offset + bytes.size()));
+        content.replace(offset, bytes.size(), bytes);
+        at(path).writes.push_back({offset, std::string(bytes)});
+    }
+    File& at(const fs::path& path) {
+        if (!has(path))
+            refuse(path, std::errc::no_such_file_or_directory);
+        return files_.at(path);
+    }
+    [[noreturn]] static void refuse(const fs::path& path, std::errc why) {
+        throw fs::filesystem_error("test", path, std::make_error_code(why));
+    }
+    static void lose(File& file, Kept kept) {
+        std::string content = kept == Kept::Truncation && file.truncated ? "" : file.durable;
+        if (kept == Kept::EvenWrites || kept == Kept::OddWrites) {
+            content = (file.truncated ? std::string() : file.durable).substr(0, file.content.size());
+            content.resize(file.content.size(), '\0');
+            for (std::size_t i = kept == Kept::OddWrites; i < file.writes.size(); i += 2)
+                content.replace(file.writes[i].offset, file.writes[i].bytes.size(), file.writes[i].bytes);
+        }
+        file = {content, content};
+    }
+
+    std::map<fs::path, File> files_;
+    std::map<fs::path, std::string> removed_;
+    int step_ = 0;
+};
+
+const fs::path DATA = "home/data";
+const fs::path LANGUAGES = "home/idioma.lng";
+const fs::path LEFT_OVER = "home/fich.tmp";
+const std::string OTHER_TEXT = "[idioma]\r\nidioma=English\r\n";
+
+confreg::Site site(TestDisk& disk) {
+    return {.program_folder = "home", .files = &disk};
+}
+Recovery recover(TestDisk& disk) {
+    return confreg::recover({DATA, LANGUAGES}, site(disk));
+}
+TestDisk disk_with(const std::string& text) {
+    TestDisk disk;
+    disk.put(DATA, text);
+    disk.put(LANGUAGES, OTHER_TEXT);
+    return disk;
+}
+
+struct Job {
+    const char* what;
+    std::string old_text;
+    std::function<void(const confreg::Site&)> run;
+};
+
+const std::vector<Job>& jobs() {
+    using confreg::edit;
+    static const std::string text = "[General]\r\nn=2\r\n[G1]\r\nnombre=CO2\r\n\r\n[G2]\r\nnombre=H2O\r\n";
+    static const std::vector<Job> all{
+        {"replace a key", text, [](const auto& s) { confreg::escribirclave(DATA, "general", "n", "12345678", s); }},
+        {"insert a key", text, [](const auto& s) { confreg::escribirclave(DATA, "G1", "tc", "304.2", s); }},
+        {"append a key", text, [](const auto& s) { confreg::escribirclave(DATA, "G2", "tc", "647.1", s); }},
+        {"append a section and a key", text, [](const auto& s) { confreg::escribirclave(DATA, "G3", "tc", "1", s); }},
+        {"append a section", text, [](const auto& s) { confreg::asegurarseccion(DATA, "G3", s); }},
+        {"delete a section", text, [](const auto& s) { confreg::borrarseccion(DATA, "G1", s); }},
+        {"delete the last section", text, [](const auto& s) { confreg::borrarseccion(DATA, "G2", s); }},
+        {"delete the only section", "[a]\r\nx=1\r\n", [](const auto& s) { confreg::borrarseccion(DATA, "a", s); }},
+        {"begin an empty file", "", [](const auto& s) { confreg::escribirclave(DATA, "a", "x", "1", s); }},
+        {"replace a line", text, [](const auto& s) { confreg::reemplazarlinea(DATA, "[G2]", "[G1]", s); }},
+        {"normalise line ends", "[a]\nx=1\n", [](const auto& s) { confreg::reemplazarlinea(DATA, "none", "", s); }},
+        {"delete and renumber", text,
+         [](const auto& s) {
+             edit(DATA, s, [](Text& t) {
+                 t.borrarseccion("G1");
+                 t.reemplazarlinea("[G2]", "[G1]");
+                 t.escribirclave("General", "n", "1");
+             });
+         }},
+        {"another text", text, [](const auto& s) { confreg::rewrite(DATA, "[x]\r\n", s); }},
+    };
+    return all;
+}
+
+std::string new_text(const Job& job) {
+    TestDisk disk = disk_with(job.old_text);
+    job.run(site(disk));
+    EXPECT_FALSE(disk.has(LEFT_OVER)) << job.what;
+    EXPECT_NE(disk.content(DATA), job.old_text) << job.what;
+    return disk.content(DATA);
+}
+
+/// Starts the program again and demands the old or the new text.
+void expect_whole(TestDisk& disk, Kept kept, const Job& job, const std::string& wanted, const std::string& when) {
+    disk.restart(kept);
+    recover(disk);
+    const std::string found = disk.content(DATA);
+    EXPECT_TRUE(found == job.old_text || found == wanted) << job.what << when << ": " << testing::PrintToString(found);
+    EXPECT_FALSE(disk.has(LEFT_OVER)) << job.what << when;
+    EXPECT_EQ(disk.content(LANGUAGES), OTHER_TEXT) << job.what << when;
+}
+
+TEST(Crash, StoppedAtAnyStepLeavesTheOldOrTheNewText) {
+    for (const Job& job : jobs()) {
+        const std::string wanted = new_text(job);
+        for (Kept kept : ALL_KEPT) {
+            for (int stop = 0, stopped = true; stopped; ++stop) {
+                TestDisk disk = disk_with(job.old_text);
+                disk.stop_at = stop;
+                try {
+                    job.run(site(disk));
+                    stopped = false;
+                } catch (const Stopped&) {
+                }
+                expect_whole(
+                    disk, kept, job, wanted,
+                    " stopped at step " + std::to_string(stop) + ", kept " + std::to_string(static_cast<int>(kept)));
+            }
+        }
+    }
+}
+
+TEST(Crash, StoppedWhilePuttingTheOldTextBack) {
+    for (const Job& job : jobs()) {
+        const std::string wanted = new_text(job);
+        TestDisk whole = disk_with(job.old_text);
+        job.run(site(whole));
+        for (int refused = 0; refused < whole.steps(); ++refused) {
+            for (Kept kept : ALL_KEPT) {
+                for (int stop = refused + 1, stopped = true; stopped; ++stop) {
+                    TestDisk disk = disk_with(job.old_text);
+                    disk.refuse_from = refused;
+                    disk.refuse_until = refused + 1;
+                    disk.stop_at = stop;
+                    try {
+                        job.run(site(disk));
+                        stopped = false;
+                    } catch (const Stopped&) {
+                    } catch (const Error&) {
+                        stopped = false;
+                    }
+                    expect_whole(disk, kept, job, wanted,
+                                 " refused at " + std::to_string(refused) + ", stopped at " + std::to_string(stop));
+                }
+            }
+        }
+    }
+}
+
+TEST(Crash, RecoveryItselfMayBeStopped) {
+    const std::string complete = "[General]\r\nn=3\r\n[G1]\r\nnombre=CO2\r\n";
+    for (const std::size_t length : {std::size_t{0}, std::size_t{1}, complete.size() - 1}) {
+        for (Kept kept : ALL_KEPT) {
+            for (int stop = 0, stopped = true; stopped; ++stop) {
+                TestDisk disk = disk_with(complete.substr(0, length));
+                disk.put(LEFT_OVER, complete);
+                disk.stop_at = stop;
+                try {
+                    EXPECT_EQ(recover(disk), Recovery::Completed);
+                    stopped = false;
+                } catch (const Stopped&) {
+                }
+                disk.restart(kept);
+                recover(disk);
+                EXPECT_EQ(disk.content(DATA), complete);
+                EXPECT_FALSE(disk.has(LEFT_OVER));
+                EXPECT_EQ(disk.content(LANGUAGES), OTHER_TEXT);
+            }
+        }
+    }
+}
+
+TEST(Recovery, TellsACutFileFromAnUntouchedOne) {
+    const std::string nul(1, '\0');
+    const struct {
+        const char* what;
+        std::string settings, left_over;
+        Recovery recovery;
+        std::string result;
+    } cases[] = {
+        {"cut short", "[a]\r\nx=", "[a]\r\nx=1\r\n", Recovery::Completed, "[a]\r\nx=1\r\n"},
+        {"only truncated", "", "[a]\r\nx=1\r\n", Recovery::Completed, "[a]\r\nx=1\r\n"},
+        {"cut short by a power cut", "[a]" + nul + nul, "[a]\r\nx=1\r\n", Recovery::Completed, "[a]\r\nx=1\r\n"},
+        {"cut short with holes", "[a]" + nul + nul + "x=", "[a]\r\nx=1\r\n", Recovery::Completed, "[a]\r\nx=1\r\n"},
+        {"being put back", nul + "a]\r\ny=1", "[a]\r\nx=1\r\n", Recovery::Completed, "[a]\r\nx=1\r\n"},
+        {"not begun", "[a]\r\ny=1\r\n", "[a]\r\nx=1\r\n", Recovery::Removed, "[a]\r\ny=1\r\n"},
+        {"finished", "[a]\r\nx=1\r\n", "[a]\r\nx=1\r\n", Recovery::Removed, "[a]\r\nx=1\r\n"},
+        {"longer than the left-over", "[a]\r\nx=1\r\n", "[a]\r\n", Recovery::Removed, "[a]\r\nx=1\r\n"},
+        {"an appended text, left-over incomplete", "[a]\r\n", nul + "a]\r\nx=", Recovery::Removed, "[a]\r\n"},
+        {"a left-over without text", "[a]\r\n", "", Recovery::Removed, "[a]\r\n"},
+        {"an empty file, left-over of the other file", "", OTHER_TEXT, Recovery::Removed, ""},
+    };
+    for (const auto& c : cases) {
+        TestDisk disk = disk_with(c.settings);
+        disk.put(LEFT_OVER, c.left_over);
+        EXPECT_EQ(recover(disk), c.recovery) << c.what;
+        EXPECT_EQ(disk.content(DATA), c.result) << c.what;
+        EXPECT_EQ(disk.content(LANGUAGES), OTHER_TEXT) << c.what;
+        EXPECT_FALSE(disk.has(LEFT_OVER)) << c.what;
+    }
+    TestDisk disk = disk_with("");
+    EXPECT_EQ(recover(disk), Recovery::Nothing);
+    disk.put(LEFT_OVER, OTHER_TEXT);
+    disk.put(LANGUAGES, OTHER_TEXT.substr(0, 5));
+    EXPECT_EQ(recover(disk), Recovery::Completed);
+    EXPECT_EQ(disk.content(LANGUAGES), OTHER_TEXT) << "the longest part is the likeliest";
+    EXPECT_EQ(disk.content(DATA), "");
+    EXPECT_EQ(confreg::recover({"home/gone"}, site(disk)), Recovery::Nothing);
+    disk.put(LEFT_OVER, OTHER_TEXT);
+    EXPECT_EQ(confreg::recover({"home/gone"}, site(disk)), Recovery::Removed) << "a missing file is not made";
+}
+
+/// Runs a job that has to be refused; the sentence.
+std::string refusal(const Job& job, TestDisk& disk) {
+    try {
+        job.run(site(disk));
+        ADD_FAILURE() << job.what << " went through";
+    } catch (const RewriteRefused& e) {
+        return e.what();
+    }
+    return "";
+}
+
+TEST(Refusal, AStepThatFailsLeavesTheOldTextAndNothingElse) {
+    for (const Job& job : jobs()) {
+        TestDisk whole = disk_with(job.old_text);
+        job.run(site(whole));
+        // Steps 0 and 1 read; the last one removes fich.tmp when all is done.
+        for (int refused = 2; refused < whole.steps() - 1; ++refused) {
+            TestDisk disk = disk_with(job.old_text);
+            disk.refuse_from = refused;
+            disk.refuse_until = refused + 1;
+            EXPECT_NE(refusal(job, disk).find("home"), std::string::npos);
+            EXPECT_EQ(disk.content(DATA), job.old_text) << job.what << " refused at " << refused;
+            EXPECT_FALSE(disk.has(LEFT_OVER)) << job.what << " refused at " << refused;
+        }
+        TestDisk disk = disk_with(job.old_text);
+        disk.refuse_from = whole.steps() - 1;
+        EXPECT_THROW(job.run(site(disk)), Error) << "a left-over that stays is reported";
+        EXPECT_EQ(disk.content(DATA), whole.content(DATA));
+    }
+}
+
+TEST(Refusal, ADiskThatStaysFullLosesNothing) {
+    for (const Job& job : jobs()) {
+        const std::string wanted = new_text(job);
+        TestDisk whole = disk_with(job.old_text);
+        job.run(site(whole));
+        for (int full = 0; full < whole.steps(); ++full) {
+            TestDisk disk = disk_with(job.old_text);
+            disk.refuse_from = full;
+            disk.refuse_only_writes = true;
+            try {
+                job.run(site(disk));
+            } catch (const RewriteRefused& e) {
+                const bool completed_later =
+                    std::string(e.what()).find("the next start completes") != std::string::npos;
+                EXPECT_EQ(disk.has(LEFT_OVER), completed_later) << job.what << " full at " << full;
+                EXPECT_TRUE(completed_later || disk.content(DATA) == job.old_text) << job.what << " full at " << full;
+            }
+            expect_whole(disk, Kept::Everything, job, wanted, " full at " + std::to_string(full));
+        }
+    }
+}
+
+TEST(Refusal, AFullDiskIsNoticedBeforeAByteIsWritten) {
+    const Job& job = jobs()[4];
+    TestDisk disk = disk_with(job.old_text);
+    disk.reported = new_text(job).size();  // enough for fich.tmp, not for the growth of the file
+    disk.capacity = 0;
+    EXPECT_NE(refusal(job, disk).find("no space left"), std::string::npos);
+    EXPECT_EQ(disk.content(DATA), job.old_text);
+
+    // The system promised more than there is.
+    for (std::size_t room = 0; room < 2 * new_text(job).size(); ++room) {
+        disk = disk_with(job.old_text);
+        disk.capacity = job.old_text.size() + OTHER_TEXT.size() + room;
+        try {
+            job.run(site(disk));
+            EXPECT_EQ(disk.content(DATA), new_text(job)) << room;
+        } catch (const RewriteRefused&) {
+            EXPECT_EQ(disk.content(DATA), job.old_text) << room;
+        }
+        EXPECT_FALSE(disk.has(LEFT_OVER)) << room;
+    }
+}
+
+TEST(Refusal, SaysWhatIsInTheWay) {
+    const Job& job = jobs()[0];
+    TestDisk disk = disk_with(job.old_text);
+    disk.put(LEFT_OVER, "[");
+    EXPECT_NE(refusal(job, disk).find("another rewrite is under way"), std::string::npos);
+    EXPECT_EQ(disk.content(LEFT_OVER), "[") << "it belongs to the other one";
+    EXPECT_EQ(disk.content(DATA), job.old_text);
+
+    disk = disk_with(job.old_text);
+    EXPECT_THROW(confreg::rewrite(DATA, std::string("\0x", 2), site(disk)), RewriteRefused);
+    EXPECT_THROW(confreg::rewrite("home/gone", "x", site(disk)), FileNotFound);
+    EXPECT_EQ(disk.content(DATA), job.old_text);
+}
+
+#ifndef _WIN32
+/// For as long as it lives the program is not the superuser, who may write anywhere.
+class OrdinaryUser {
+public:
+    OrdinaryUser() { EXPECT_EQ(superuser_ ? seteuid(65534) : 0, 0); }
+    OrdinaryUser(const OrdinaryUser&) = delete;
+    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+    ~OrdinaryUser() { EXPECT_EQ(superuser_ ? seteuid(0) : 0, 0); }
+
+private:
+    const bool superuser_ = geteuid() == 0;
+};
+
+class RealDisk : public testing::Test {
+protected:
+    void SetUp() override {
+        fs::create_directories(folder_);
+        std::ofstream(file_, std::ios::binary) << TEXT;
+        fs::permissions(folder_, fs::perms::all);
+        fs::permissions(file_, fs::perms::all);
+    }
+    void TearDown() override {
+        fs::permissions(folder_, fs::perms::all);
+        fs::remove_all(folder_);
+    }
+    std::string refused() const {
+        const OrdinaryUser user;
+        try {
+            confreg::escribirclave(file_, "a", "y", std::string(1000, '2'), {.program_folder = folder_});
+        } catch (const RewriteRefused& e) {
+            EXPECT_EQ(real_file_system().read(file_), TEXT);
+            EXPECT_FALSE(fs::exists(folder_ / "fich.tmp"));
+            return e.what();
+        }
+        return "not refused";
+    }
+
+    static constexpr auto WRITING = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+    inline static const std::string TEXT = "[a]\r\nx=1\r\n";
+    const fs::path folder_ = fs::path(testing::TempDir()) / ("crash" + std::to_string(std::random_device{}()));
+    const fs::path file_ = folder_ / "data";
+};
+
+TEST_F(RealDisk, RefusesInAReadOnlyFolder) {
+    fs::permissions(folder_, fs::perms::all & ~WRITING);
+    const std::string sentence = refused();
+    EXPECT_NE(sentence.find("fich.tmp cannot be created"), std::string::npos) << sentence;
+}
+
+TEST_F(RealDisk, RefusesAReadOnlyFile) {
+    fs::permissions(file_, fs::perms::all & ~WRITING);
+    const std::string sentence = refused();
+    EXPECT_NE(sentence.find("the file cannot be written"), std::string::npos) << sentence;
+}
+
+TEST_F(RealDisk, RefusesWhenTheSystemWritesOnlyAPart) {
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit small = before;
+    small.rlim_cur = 500;
+    setrlimit(RLIMIT_FSIZE, &small);
+    const std::string sentence = refused();
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_NE(sentence.find("fich.tmp cannot be written"), std::string::npos) << sentence;
+}
+#endif
+
+}  // namespace
