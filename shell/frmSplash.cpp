@@ -48,6 +48,11 @@ protected:
             painter.setPen(QPen(QColor(rgb.r, rgb.g, rgb.b), 2.0, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
             painter.drawPath(curve(temperatures[i]));
         }
+        // The curves come out of the paper instead of being cut off below the text.
+        QLinearGradient mist(0, 0, 0, height() * 0.3);
+        mist.setColorAt(0, PAPER);
+        mist.setColorAt(1, QColor(255, 255, 255, 0));
+        painter.fillRect(rect(), mist);
     }
 
 private:
@@ -60,7 +65,10 @@ private:
         QPainterPath path;
         for (double v = 0.42; v < 4.25; v *= 1.012) {
             const QPointF point = at(v, reduced_pressure(t, v));
-            path.isEmpty() ? path.moveTo(point) : path.lineTo(point);
+            if (path.elementCount() == 0)
+                path.moveTo(point);
+            else
+                path.lineTo(point);
         }
         return path;
     }
@@ -136,7 +144,7 @@ void frmSplash::colocar() {
     fraMainFrame->setFrameStyle(QFrame::Box | QFrame::Plain);
 
     Image2->setPixmap(icono_del_programa().pixmap(QSize(72, 72), devicePixelRatioF()));
-    Image1->setMinimumHeight(170);
+    Image1->setMinimumHeight(110);
     lblWarning->setWordWrap(true);
     lblVersion->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     lblPlatform->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -174,13 +182,13 @@ void frmSplash::colocar() {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(fraMainFrame);
-    setMinimumSize(600, 420);
+    resize(QSize(620, 420).boundedTo(screen()->availableSize()).expandedTo(minimumSizeHint()));
 }
 
 void frmSplash::poner_captions(const ApplicationState& estado) {
     lblCompanyProduct->setText(estado.texto(180));
     lblProductName->setText(QStringLiteral("TAVO-GAS"));
-    lblProductDescription->setText(estado.texto(181) + u'\r' + estado.texto(182));
+    lblProductDescription->setText(estado.texto(181) + u'\n' + estado.texto(182));
     lblPlatform->setText(QStringLiteral("Windows 98, NT, XP"));
     lblWarning->setText(estado.texto(63));
     lblVersion->setText(con_valor(estado.texto(183), QStringLiteral(TAVO_VERSION)));

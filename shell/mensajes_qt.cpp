@@ -79,7 +79,7 @@ QString translated(const Sentence& sentence, const ApplicationState& estado) {
 Respuesta MensajesQt::mostrar(const QString& texto, int estilo, const QString& titulo) {
     QMessageBox box(QApplication::activeWindow());
     box.setIcon(icon_of(estilo));
-    box.setWindowTitle(titulo.isEmpty() ? QApplication::applicationDisplayName() : titulo);
+    box.setWindowTitle(titulo.isEmpty() ? QStringLiteral("TAVO-GAS") : titulo);
     box.setTextFormat(Qt::PlainText);
     box.setText(texto);
     box.setStandardButtons(buttons_of(estilo));

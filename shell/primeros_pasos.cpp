@@ -65,7 +65,8 @@ QSize Enlace::minimumSizeHint() const {
 void Enlace::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QPalette::ColorGroup group = isEnabled() ? QPalette::Active : QPalette::Disabled;
+    QColor ink = palette().color(QPalette::Active, QPalette::WindowText);
+    ink.setAlphaF(isEnabled() ? 1.0F : 0.45F);
     QColor tint = palette().color(QPalette::Highlight);
     if (isEnabled() && (hasFocus() || underMouse())) {
         const QRectF frame = QRectF(rect()).adjusted(1, 1, -1, -1);
@@ -82,13 +83,11 @@ void Enlace::paintEvent(QPaintEvent*) {
     const int left = icon_rect.right() + 1 + MARGIN;
     const int room = width() - left - MARGIN;
     const int top = (height() - title.height() - line.height() - 2) / 2;
-    painter.setPen(palette().color(group, QPalette::WindowText));
+    painter.setPen(ink);
     painter.setFont(title_font());
     painter.drawText(QPoint(left, top + title.ascent()), title.elidedText(text(), Qt::ElideRight, room));
-    QColor quiet = palette().color(group, QPalette::WindowText);
-    if (isEnabled())
-        quiet.setAlphaF(0.75F);
-    painter.setPen(quiet);
+    ink.setAlphaF(ink.alphaF() * 0.8F);
+    painter.setPen(ink);
     painter.setFont(font());
     painter.drawText(QPoint(left, top + title.height() + 2 + line.ascent()),
                      line.elidedText(explanation_, Qt::ElideRight, room));
@@ -122,7 +121,7 @@ void Enlace::leaveEvent(QEvent* event) {
 }
 
 PrimerosPasos::PrimerosPasos(QWidget* parent)
-    : QWidget(parent), linea_(new QLabel), encabezado_(new QLabel), enlaces_(new QVBoxLayout) {
+    : QWidget(parent), cabecera_(new QWidget), linea_(new QLabel), encabezado_(new QLabel), enlaces_(new QVBoxLayout) {
     auto* sign = new QLabel;
     sign->setPixmap(icono_del_programa().pixmap(QSize(64, 64), devicePixelRatioF()));
     auto* name = new QLabel(QStringLiteral("TAVO-GAS"));
@@ -137,19 +136,19 @@ PrimerosPasos::PrimerosPasos(QWidget* parent)
     head_text->addWidget(name);
     head_text->addWidget(linea_);
     head_text->addStretch();
-    auto* head = new QHBoxLayout;
+    auto* head = new QHBoxLayout(cabecera_);
+    head->setContentsMargins(0, 0, 0, 24);
     head->setSpacing(18);
     head->addWidget(sign);
     head->addLayout(head_text, 1);
 
     enlaces_->setSpacing(6);
     auto* sheet = new QWidget;
-    sheet->setMaximumWidth(640);
+    sheet->setMaximumWidth(660);
     auto* column = new QVBoxLayout(sheet);
-    column->setContentsMargins(24, 18, 24, 18);
+    column->setContentsMargins(12, 12, 12, 12);
     column->addStretch(2);
-    column->addLayout(head);
-    column->addSpacing(24);
+    column->addWidget(cabecera_);
     column->addWidget(encabezado_);
     column->addSpacing(6);
     column->addLayout(enlaces_);
@@ -175,6 +174,12 @@ PrimerosPasos::PrimerosPasos(QWidget* parent)
 void PrimerosPasos::set_encabezados(const QString& line_under_name, const QString& heading) {
     linea_->setText(line_under_name);
     encabezado_->setText(heading);
+}
+
+void PrimerosPasos::resizeEvent(QResizeEvent* event) {
+    const int links = enlaces_->sizeHint().height() + encabezado_->sizeHint().height() + 4 * MARGIN;
+    cabecera_->setVisible(height() >= links + cabecera_->sizeHint().height());
+    QWidget::resizeEvent(event);
 }
 
 Enlace* PrimerosPasos::add_enlace(QAction* action) {

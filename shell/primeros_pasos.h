@@ -38,7 +38,11 @@ public:
     void set_encabezados(const QString& line_under_name, const QString& heading);
     Enlace* add_enlace(QAction* action);
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
+    QWidget* cabecera_;  // sign and name: left out where the links need the room
     QLabel* linea_;
     QLabel* encabezado_;
     QVBoxLayout* enlaces_;

@@ -39,7 +39,7 @@ void tst_frmSplash::captions() {
     const auto text = [&](const char* name) { return splash.findChild<QLabel*>(name)->text(); };
     QCOMPARE(text("lblCompanyProduct"), "empresa");
     QCOMPARE(text("lblProductName"), "TAVO-GAS");
-    QCOMPARE(text("lblProductDescription"), "linea uno\rlinea dos");
+    QCOMPARE(text("lblProductDescription"), "linea uno\nlinea dos");
     QCOMPARE(text("lblPlatform"), "Windows 98, NT, XP");
     QCOMPARE(text("lblWarning"), "aviso");
     QVERIFY(text("lblVersion").startsWith("version ") && !text("lblVersion").contains('%'));
