@@ -1,0 +1,80 @@
+#include <cmath>
+#include <numbers>
+
+#include "core/calcnum.h"
+#include "core/models.h"
+
+namespace tavo::calcnum {
+
+namespace {
+
+constexpr int INTERVALS = 1000;
+
+/// Composite Simpson rule.
+template <class Function>
+double simpson(double v1, double v2, const Function& f) {
+    const double h = (v2 - v1) / INTERVALS;
+    double even = 0.0;
+    double odd = 0.0;
+    for (int i = 1; i < INTERVALS; ++i) {
+        (i % 2 == 0 ? even : odd) += f(v1 + i * h);
+    }
+    return (f(v1) + f(v2) + 2.0 * even + 4.0 * odd) * h / 3.0;
+}
+
+/// Int dv / ((v + d1)(v + d2)) from v1 to v2 for d2 > d1.
+double between_poles(double d1, double d2, double v1, double v2) {
+    const double ratio = (d2 - d1) * (v2 - v1) / ((v1 + d1) * (v2 + d2));
+    return std::log1p(ratio) / (d2 - d1);
+}
+
+/// Int v^-mu dv from v1 to v2.
+double power_area(double mu, double v1, double v2) {
+    const double stretch = std::log(v2 / v1);
+    if (mu == 1.0) {
+        return stretch;
+    }
+    return std::pow(v1, 1.0 - mu) * std::expm1((1.0 - mu) * stretch) / (1.0 - mu);
+}
+
+/// Int (A/v + B/v^2 + C/v^3 + D/v^4) dv from v1 to v2, in the densities.
+double virial_area(const Coefficients& k, double v1, double v2) {
+    const double r1 = 1.0 / v1;
+    const double r2 = 1.0 / v2;
+    const double series = k.b + k.c / 2.0 * (r1 + r2) + k.d / 3.0 * (r1 * r1 + r1 * r2 + r2 * r2);
+    return k.a * std::log(v2 / v1) + (r1 - r2) * series;
+}
+
+}  // namespace
+
+double work_integral(const EquationSlot& slot, double v1, double v2) {
+    const Coefficients k = coefficients(slot);
+    const double rt = R * slot.temperature;
+    const auto repulsion = [&] { return rt * std::log((v2 - k.b) / (v1 - k.b)); };
+    switch (slot.equation) {
+        case EquationOfState::IdealGas:
+            return rt * std::log(v2 / v1);
+        case EquationOfState::VanDerWaals:
+            return repulsion() - k.a * (v2 - v1) / (v1 * v2);
+        case EquationOfState::Berthelot:
+            return repulsion() - k.a / slot.temperature * (v2 - v1) / (v1 * v2);
+        case EquationOfState::RedlichKwong:
+            return repulsion() - k.a / std::sqrt(slot.temperature) * between_poles(0.0, k.b, v1, v2);
+        case EquationOfState::Virial:
+            return rt * virial_area(k, v1, v2);
+        case EquationOfState::FreeExponent:
+            return repulsion() - k.a * power_area(k.mu, v1, v2);
+        case EquationOfState::Soave:
+            return repulsion() - k.a * between_poles(0.0, k.b, v1, v2);
+        case EquationOfState::PengRobinson:
+            return repulsion() -
+                   k.a * between_poles((1.0 - std::numbers::sqrt2) * k.b, (1.0 + std::numbers::sqrt2) * k.b, v1, v2);
+        default: {
+            EquationSlot one_mole = slot;
+            one_mole.moles = 1.0;
+            return simpson(v1, v2, [&one_mole](double v) { return pressure(one_mole, v); });
+        }
+    }
+}
+
+}  // namespace tavo::calcnum
