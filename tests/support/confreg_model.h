@@ -39,7 +39,7 @@ inline std::string copied(const std::vector<std::string>& lines) {
 }
 
 inline bool same(std::string_view a, std::string_view b) {
-    return lower(utf8_from_windows1252(a)) == lower(utf8_from_windows1252(b));
+    return a.size() == b.size() && lower(utf8_from_windows1252(a)) == lower(utf8_from_windows1252(b));
 }
 
 inline bool is_header_of(const std::string& line, std::string_view section) {
@@ -82,13 +82,20 @@ inline std::string leerclave(const std::string& bytes, std::string_view section,
     return {};
 }
 
+inline void refuse_line_breaks(const std::string& text) {
+    if (text.find('\r') != std::string::npos || text.find('\n') != std::string::npos)
+        throw InvalidArgument("line break");
+}
+
 inline void asegurarseccion(std::string& bytes, const std::string& section) {
+    refuse_line_breaks(section);
     if (lineaseccion(bytes, section) == 0)
         bytes += "\r\r\n[" + section + "]\r\n";
 }
 
 inline void escribirclave(std::string& bytes, const std::string& section, const std::string& key,
                           const std::string& value) {
+    refuse_line_breaks(section + key + value);
     std::string settings = bytes;
     asegurarseccion(settings, section);
     const std::string new_line = key + "=" + value;
@@ -150,6 +157,7 @@ inline bool borrarseccion(std::string& bytes, std::string_view section) {
 }
 
 inline int reemplazarlinea(std::string& bytes, std::string_view old_line, const std::string& new_line) {
+    refuse_line_breaks(new_line);
     std::string temporary;
     int number = 0;
     int last = 0;

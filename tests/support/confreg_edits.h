@@ -1,0 +1,79 @@
+#pragma once
+// One edit or question, put to the program's settings text and to the model of it.
+
+#include <string>
+
+#include "core/confreg.h"
+#include "core/encoding.h"
+#include "core/errors.h"
+#include "tests/support/confreg_model.h"
+
+namespace tavo::model {
+
+/// Kind of the error that an operation ends with; "" for none.
+template <class Operation>
+std::string outcome(const Operation& operation) {
+    try {
+        operation();
+        return "";
+    } catch (const InvalidArgument&) {
+        return "argument";
+    } catch (const Overflow&) {
+        return "overflow";
+    } catch (const RewriteRefused&) {
+        return "refused";
+    } catch (const FileNotFound&) {
+        return "missing";
+    }
+}
+
+/// 0 asegurarseccion a, 1 borrarseccion a, 2 reemplazarlinea b c, 3 leerclave a b, 4 lineaseccion a,
+/// any other number escribirclave a b c.
+struct Edit {
+    int operation;
+    std::string a, b, c;  // in the encoding of the file
+};
+
+/// What came out of it: the kind of the error and the result.
+inline std::string perform(confreg::Text& text, const Edit& e) {
+    const auto utf8 = [&text](const std::string& s) { return text.is_utf8() ? s : utf8_from_windows1252(s); };
+    const std::string a = utf8(e.a), b = utf8(e.b), c = utf8(e.c);
+    std::string result;
+    const std::string error = outcome([&] {
+        if (e.operation == 0)
+            text.asegurarseccion(a);
+        else if (e.operation == 1)
+            result = std::to_string(text.borrarseccion(a));
+        else if (e.operation == 2)
+            result = std::to_string(text.reemplazarlinea(b, c));
+        else if (e.operation == 3)
+            result = text.leerclave(a, b);
+        else if (e.operation == 4)
+            result = std::to_string(text.lineaseccion(a));
+        else
+            text.escribirclave(a, b, c);
+    });
+    return error + "/" + result;
+}
+
+/// The same by the model, on the bytes of a file in Windows-1252.
+inline std::string perform(std::string& bytes, const Edit& e) {
+    std::string result;
+    const std::string error = outcome([&] {
+        if (e.operation == 0)
+            asegurarseccion(bytes, e.a);
+        else if (e.operation == 1)
+            result = std::to_string(borrarseccion(bytes, e.a));
+        else if (e.operation == 2)
+            result = std::to_string(reemplazarlinea(bytes, e.b, e.c));
+        else if (e.operation == 3)
+            result = utf8_from_windows1252(leerclave(bytes, e.a, e.b));
+        else if (e.operation == 4)
+            result = std::to_string(lineaseccion(bytes, e.a));
+        else
+            escribirclave(bytes, e.a, e.b, e.c);
+    });
+    return error + "/" + result;
+}
+
+}  // namespace tavo::model
