@@ -57,7 +57,7 @@ protected:
 
 private:
     QPointF at(double v, double p) const {
-        static constexpr double v0 = 0.36, v1 = 4.2, p0 = 0.1, p1 = 2.3;
+        static constexpr double v0 = 0.36, v1 = 4.2, p0 = -0.1, p1 = 2.3;
         return {(v - v0) / (v1 - v0) * width(), height() - (p - p0) / (p1 - p0) * height()};
     }
 

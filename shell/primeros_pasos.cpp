@@ -55,7 +55,7 @@ QSize Enlace::sizeHint() const {
     const QFontMetrics title(title_font()), line(font());
     const int width = qMax(title.horizontalAdvance(text()), line.horizontalAdvance(explanation_));
     const int height = title.height() + line.height() + 2;
-    return {width + ICON + 3 * MARGIN, qMax(height, ICON) + 2 * (MARGIN - 3)};
+    return {width + ICON + 3 * MARGIN, qMax(height, ICON) + MARGIN};
 }
 
 QSize Enlace::minimumSizeHint() const {
