@@ -8,6 +8,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMouseEvent>
 #include <QScopeGuard>
 #include <QScreen>
 #include <QStackedWidget>
@@ -217,6 +218,7 @@ void frmprincipal::crear_menus() {
     for (const Menu& row : menus()) {
         auto* menu = row.parent.isEmpty() ? menuBar()->addMenu(QString()) : by_name[row.parent]->addMenu(QString());
         menu->setObjectName(row.name);
+        menu->installEventFilter(this);
         by_name[row.name] = menu;
         acciones_[row.name] = menu->menuAction();
     }
@@ -547,6 +549,15 @@ void frmprincipal::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange)
         area_->setBackground(palette().color(QPalette::Window).darker(112));
     QMainWindow::changeEvent(event);
+}
+
+bool frmprincipal::eventFilter(QObject* watched, QEvent* event) {
+    // Menus keep the tips of their disabled entries to themselves; here they tell why.
+    const auto* menu = event->type() == QEvent::MouseMove ? qobject_cast<QMenu*>(watched) : nullptr;
+    const QAction* pointed = menu ? menu->actionAt(static_cast<QMouseEvent*>(event)->position().toPoint()) : nullptr;
+    if (pointed && !pointed->isEnabled())
+        statusBar()->showMessage(pointed->statusTip());
+    return QMainWindow::eventFilter(watched, event);
 }
 
 void frmprincipal::contextMenuEvent(QContextMenuEvent* event) {
