@@ -35,7 +35,16 @@ class EngineOfLines final : public QIconEngine {
 public:
     explicit EngineOfLines(QString name) : name_(std::move(name)), source_(source(name_)) {}
 
-    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
+        if (mode == QIcon::Disabled) {
+            // Faded as one picture: faded strokes would show where they cross.
+            const qreal ratio = painter->device()->devicePixelRatio();
+            const double opacity = painter->opacity();
+            painter->setOpacity(opacity * 0.35);
+            painter->drawPixmap(rect, pixmap(rect.size() * ratio, QIcon::Normal, state));
+            painter->setOpacity(opacity);
+            return;
+        }
         const Inks ink = inks(mode);
         QByteArray svg = source_;
         svg.replace("currentColor", ink.line.name().toLatin1());
@@ -43,8 +52,6 @@ public:
         QSvgRenderer renderer(svg);
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
-        if (mode == QIcon::Disabled)
-            painter->setOpacity(painter->opacity() * 0.35);
         renderer.render(painter, centred(rect));
         painter->restore();
     }

@@ -8,6 +8,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QSignalSpy>
+#include <QStatusBar>
 #include <QTest>
 #include <QToolBar>
 #include <QToolButton>
@@ -73,6 +74,7 @@ private slots:
     void menus_hold_their_entries();
     void toolbar_positions_and_tips();
     void parts_that_are_missing_are_disabled_and_say_so();
+    void a_disabled_menu_entry_tells_why();
     void entries_open_their_windows_data();
     void entries_open_their_windows();
     void keys_without_a_button();
@@ -228,6 +230,15 @@ void tst_frmprincipal::parts_that_are_missing_are_disabled_and_say_so() {
     }
     for (const char* name : {"mnunuevo", "mnusalir", "mnumoles", "mnugramos", "nuevo", "mol", "gramo", "salir"})
         QVERIFY2(entry(name)->isEnabled(), name);
+}
+
+void tst_frmprincipal::a_disabled_menu_entry_tells_why() {
+    start();
+    auto* menu = principal_->findChild<QMenu*>("mnucalcular");
+    menu->popup(principal_->pos());
+    QTest::mouseMove(menu, menu->actionGeometry(entry("mnuv")).center());
+    QTRY_COMPARE(principal_->statusBar()->currentMessage(), "&500-th");
+    menu->close();
 }
 
 void tst_frmprincipal::entries_open_their_windows_data() {
