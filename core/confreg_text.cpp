@@ -33,13 +33,14 @@ struct Block {
     std::uint64_t place = 0;  // ascends in file order
     Line header{};
     std::vector<Line> lines{};
-    int number = 0;  // line number of the header, from 1
+    int number = 0;         // line number of the header, from 1
+    bool searched = false;  // for a key, at least once
     std::unique_ptr<KeyIndex> keys{};
 
     bool has_short_header() const { return header.text.size() == 1; }
 };
 
-/// Shorter sections are searched line by line.
+/// Shorter sections are searched line by line; so is a longer one that is searched for the first time.
 constexpr std::size_t INDEXED_LENGTH = 48;
 
 bool before(const Block* a, const Block* b) {
@@ -343,7 +344,7 @@ void Text::Impl::number_lines() const {
 
 /// Line of the first such key in a block. As for a reader who stops there, a bad line after it does not matter.
 std::optional<std::size_t> Text::Impl::find_key(Block& block, const std::string& folded_key) const {
-    if (block.lines.size() < INDEXED_LENGTH) {
+    if (block.lines.size() < INDEXED_LENGTH || !std::exchange(block.searched, true)) {
         for (std::size_t i = 0; i < block.lines.size(); ++i) {
             const std::string_view line = block.lines[i].text;
             const std::size_t sign = line.find('=');
