@@ -50,11 +50,11 @@ fs::path user_data_folder() {
 }
 
 fs::path shipped_folder(const fs::path& executable) {
-    const fs::path installed = executable.parent_path() / "share" / FOLDER_NAME;
+    fs::path installed = executable.parent_path() / "share" / FOLDER_NAME;
     if (holds(installed, DATABASE))
         return installed;
     for (fs::path above = executable; above != above.parent_path(); above = above.parent_path())
-        if (const fs::path folder = above / "data"; holds(folder, DATABASE) && holds(folder, LANGUAGES))
+        if (fs::path folder = above / "data"; holds(folder, DATABASE) && holds(folder, LANGUAGES))
             return folder;
     return {};
 }

@@ -61,10 +61,11 @@ double redlich_kwong(const State& s) {
     const double c3 = thermal_pressure(s);
     const double c0 = s.k.a / (s.vm * (s.vm + s.k.b));
     double x = std::max(std::sqrt(std::max(2.0 * s.p / c3, 0.0)), std::cbrt(std::max(2.0 * c0 / c3, 0.0)));
-    for (double next = x;; x = next) {
-        next = x - (x * (c3 * x * x - s.p) - c0) / (3.0 * c3 * x * x - s.p);
+    for (;;) {
+        const double next = x - (x * (c3 * x * x - s.p) - c0) / (3.0 * c3 * x * x - s.p);
         if (!(next < x) || !(next > 0.0))
             break;
+        x = next;
     }
     // A root, or the point where an attraction below zero let the iteration pass all roots by.
     const double residual = x * (c3 * x * x - s.p) - c0;
