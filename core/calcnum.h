@@ -41,7 +41,8 @@ CubicRoots cubic_roots(double a2, double a1, double a0);
 double temperature(const SlotTable& table, int slot, double v, double p);
 
 /// Integral of P dVm between molar volumes v1 and v2 at the slot's T [atm l/mol]: composite Simpson rule with exactly
-/// 1000 subintervals for models 3 and 9, the difference of the antiderivative for the others.
+/// 1000 subintervals for models 3 and 9, the difference of the antiderivative for the others. Throws FloatingPointError
+/// for a volume that is not above the co-volume (models 3 and 9: pressure 0 there) or a result that is not finite.
 double work_integral(const EquationSlot& slot, double v1, double v2);
 
 /// Coexisting liquid and gas.
@@ -51,8 +52,9 @@ struct Saturation {
     double vg;  // molar volume of the saturated gas [l/mol]
 };
 
-/// Equal-area (Maxwell) state of the slot's model and coefficients at temperature t. Empty where t >= Tc - 0.005 K, the
-/// model has no loop with a positive maximum, or the pressure underflows.
+/// Equal-area (Maxwell) state of the slot's model and coefficients at temperature t, to rounding. Empty where
+/// t >= Tc - 0.005 K, the amount is not above 0 (the slot has no pressure then), the coefficients give no loop with a
+/// positive maximum, or the pressure underflows. Throws nothing.
 std::optional<Saturation> saturation(const EquationSlot& slot, double t);
 
 /// The fixed interface: Pv, or -1 leaving vl and vg alone.
@@ -62,7 +64,8 @@ double vapour_pressure(const SlotTable& table, int slot, double t, double& vl, d
 using Reload = std::function<void(EquationSlot&)>;
 
 /// Enthalpy of vaporisation of slot 0 [atm l/mol] by the two-point Clapeyron rule with T +- 0.5 K, or -1. vl and vg are
-/// those of T. `reload` is called after each change of the slot's temperature; at the end the slot holds t again.
+/// those of T. `reload` is called after each change of the slot's temperature; at the end the slot holds t again, also
+/// when `reload` throws.
 double vaporisation_enthalpy(SlotTable& table, double t, double vl, double vg, const Reload& reload);
 
 /// The two volumes where dP/dVm = 0 (liquid side, gas side), or empty without a loop.

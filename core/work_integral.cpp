@@ -1,14 +1,18 @@
 #include <cmath>
 #include <numbers>
+#include <string>
 
 #include "core/calcnum.h"
+#include "core/errors.h"
 #include "core/models.h"
+#include "core/numtext.h"
 
 namespace tavo::calcnum {
 
 namespace {
 
 constexpr int INTERVALS = 1000;
+constexpr double SQRT2 = std::numbers::sqrt2;
 
 /// Composite Simpson rule.
 template <class Function>
@@ -22,6 +26,11 @@ double simpson(double v1, double v2, const Function& f) {
     return (f(v1) + f(v2) + 2.0 * even + 4.0 * odd) * h / 3.0;
 }
 
+/// ln(x2 / x1), also for close values.
+double log_ratio(double x1, double x2, double difference) {
+    return std::abs(difference) < 0.5 * x1 ? std::log1p(difference / x1) : std::log(x2 / x1);
+}
+
 /// Int dv / ((v + d1)(v + d2)) from v1 to v2 for d2 > d1.
 double between_poles(double d1, double d2, double v1, double v2) {
     const double ratio = (d2 - d1) * (v2 - v1) / ((v1 + d1) * (v2 + d2));
@@ -30,7 +39,7 @@ double between_poles(double d1, double d2, double v1, double v2) {
 
 /// Int v^-mu dv from v1 to v2.
 double power_area(double mu, double v1, double v2) {
-    const double stretch = std::log(v2 / v1);
+    const double stretch = log_ratio(v1, v2, v2 - v1);
     if (mu == 1.0) {
         return stretch;
     }
@@ -42,18 +51,16 @@ double virial_area(const Coefficients& k, double v1, double v2) {
     const double r1 = 1.0 / v1;
     const double r2 = 1.0 / v2;
     const double series = k.b + k.c / 2.0 * (r1 + r2) + k.d / 3.0 * (r1 * r1 + r1 * r2 + r2 * r2);
-    return k.a * std::log(v2 / v1) + (r1 - r2) * series;
+    return k.a * log_ratio(v1, v2, v2 - v1) + (v2 - v1) * (r1 * r2) * series;
 }
 
-}  // namespace
-
-double work_integral(const EquationSlot& slot, double v1, double v2) {
-    const Coefficients k = coefficients(slot);
+/// The antiderivatives' differences; not finite where a volume lies at or inside the co-volume.
+double closed_form(const EquationSlot& slot, const Coefficients& k, double v1, double v2) {
     const double rt = R * slot.temperature;
-    const auto repulsion = [&] { return rt * std::log((v2 - k.b) / (v1 - k.b)); };
+    const auto repulsion = [&] { return rt * log_ratio(v1 - k.b, v2 - k.b, v2 - v1); };
     switch (slot.equation) {
         case EquationOfState::IdealGas:
-            return rt * std::log(v2 / v1);
+            return rt * log_ratio(v1, v2, v2 - v1);
         case EquationOfState::VanDerWaals:
             return repulsion() - k.a * (v2 - v1) / (v1 * v2);
         case EquationOfState::Berthelot:
@@ -66,15 +73,33 @@ double work_integral(const EquationSlot& slot, double v1, double v2) {
             return repulsion() - k.a * power_area(k.mu, v1, v2);
         case EquationOfState::Soave:
             return repulsion() - k.a * between_poles(0.0, k.b, v1, v2);
-        case EquationOfState::PengRobinson:
-            return repulsion() -
-                   k.a * between_poles((1.0 - std::numbers::sqrt2) * k.b, (1.0 + std::numbers::sqrt2) * k.b, v1, v2);
-        default: {
-            EquationSlot one_mole = slot;
-            one_mole.moles = 1.0;
-            return simpson(v1, v2, [&one_mole](double v) { return pressure(one_mole, v); });
-        }
+        default:
+            return repulsion() - k.a * between_poles((1.0 - SQRT2) * k.b, (1.0 + SQRT2) * k.b, v1, v2);
     }
+}
+
+}  // namespace
+
+double work_integral(const EquationSlot& slot, double v1, double v2) {
+    const Model* model = find_model(slot.equation);
+    if (!model) {
+        return 0.0;  // the pressure is 0 everywhere
+    }
+    const bool simpson_rule =
+        slot.equation == EquationOfState::Dieterici || slot.equation == EquationOfState::DietericiSadus;
+    if (simpson_rule) {
+        EquationSlot one_mole = slot;
+        one_mole.moles = 1.0;
+        return simpson(v1, v2, [&one_mole](double v) { return pressure(one_mole, v); });
+    }
+    const Coefficients k = coefficients(slot);
+    const double covolume = model->covolume(k);
+    const double area = closed_form(slot, k, v1, v2);
+    if (!(v1 > covolume && v2 > covolume) || !std::isfinite(area)) {
+        throw FloatingPointError(std::string(model->name) + ": no work integral from " + to_text(v1) + " to " +
+                                 to_text(v2) + " l/mol");
+    }
+    return area;
 }
 
 }  // namespace tavo::calcnum

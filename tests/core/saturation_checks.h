@@ -99,7 +99,7 @@ inline Real exact_area(const EquationSlot& slot, Real t, Real from, Real to, Rea
         {0.973906528517171720077964012084452L, 0.066671344308688137593568809893332L},
     }};
     const Real length = std::log(to / from);
-    const int panels = 4 + static_cast<int>(length * 4);
+    const int panels = 4 + static_cast<int>(std::abs(length) * 4);
     const Real half = length / panels / 2;
     Real sum = 0;
     for (int i = 0; i < panels; ++i) {
@@ -129,6 +129,12 @@ inline Residuals residuals(const EquationSlot& slot, double t, const calcnum::Sa
     const Real liquid = s.vl - core;
     const Real gas = s.vg - core;
     const auto mismatch = [&](Real free) {
+        // A liquid within rounding of the co-volume: Pv lies between the pressures at the neighbouring volumes.
+        const Real ulp = std::numeric_limits<double>::epsilon() * (core + free);
+        if (free < 1e4L * ulp && exact_pressure(slot, t, free + ulp) <= p &&
+            (free <= ulp || exact_pressure(slot, t, free - ulp) >= p)) {
+            return 0.0;
+        }
         const Real slope = exact_slope(slot, t, free) * (core + free) / free;
         return static_cast<double>(std::abs(exact_pressure(slot, t, free) - p) / (p + std::abs(slope)));
     };
