@@ -11,9 +11,9 @@
 namespace tavo::calcnum {
 
 /// Newton iteration x <- x - F/F' from x0 until |dx/x| < 1e-4, for the unknown "v" (molar volume, `known` is T) or
-/// "t" (temperature, `known` is the molar volume). There is no limit and no damping; a fault of the arithmetic, a
-/// combination without a residual (model 0; "t" with models 1, 5, 6, 7, 8) and an iteration that has entered a cycle
-/// throw FloatingPointError.
+/// "t" (temperature, `known` is the molar volume). There is no limit but a 32-bit count of steps, and no damping; a
+/// fault of the arithmetic, a combination without a residual (model 0; "t" with models 1, 5, 6, 7, 8) and an iteration
+/// that has entered a cycle throw FloatingPointError.
 double newton(std::string_view unknown, EquationOfState equation, const SlotTable& table, int slot, double p,
               double known, double x0);
 

@@ -1,5 +1,7 @@
 #include <array>
 #include <cmath>
+#include <cstdint>
+#include <limits>
 #include <string>
 
 #include "core/calcnum.h"
@@ -27,8 +29,9 @@ struct Problem {
     throw FloatingPointError("newton: " + what + " after " + std::to_string(steps) + " steps from " + to_text(x0));
 }
 
-/// x <- x - F/F' until the step is below 1e-4 of x. The map has no memory, so a value that comes back proves that the
-/// iteration never ends; R. P. Brent's method (BIT 20 (1980) 176) finds that with one comparison per step.
+/// x <- x - F/F' until the step is below 1e-4 of x; nothing but the 32-bit count of steps limits it. The map has no
+/// memory, so a value that comes back proves that the iteration never ends; R. P. Brent's method (BIT 20 (1980) 176)
+/// finds that with one comparison per step.
 template <class Function>
 NewtonTrace iterate(Function residual, double x0) {
     double x = x0;
@@ -45,6 +48,8 @@ NewtonTrace iterate(Function residual, double x0) {
             return {x, steps};
         if (x == landmark)
             fault("the iteration runs in a cycle through x = " + to_text(x), x0, steps);
+        if (steps == std::numeric_limits<std::int32_t>::max())
+            fault("the count of steps overflows", x0, steps);
         if (steps == landmark_moves_at) {
             landmark = x;
             landmark_moves_at *= 2;
