@@ -411,6 +411,7 @@ TEST(Files, NumbersAbove16BitsOverflowAndNothingIsWritten) {
     folder.write(file);
     EXPECT_THROW(confreg::listasecciones(folder.file(), sections), Overflow);
     EXPECT_THROW(confreg::lineaseccion(folder.file(), "last"), Overflow);
+    EXPECT_EQ(confreg::read(folder.file()).lineaseccion("last"), 32768) << "edits in memory know no such limit";
     EXPECT_THROW(confreg::reemplazarlinea(folder.file(), "[last]", "[x]", folder.site()), Overflow);
     EXPECT_EQ(folder.bytes(), file);
     EXPECT_EQ(confreg::reemplazarlinea(folder.file(), "[1]", "[x]", folder.site()), 1);

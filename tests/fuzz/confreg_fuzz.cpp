@@ -36,7 +36,7 @@ public:
         return value;
     }
     std::string bytes(std::size_t count) {
-        const std::string result(rest_.substr(0, count));
+        std::string result(rest_.substr(0, count));
         rest_.remove_prefix(result.size());
         return result;
     }
