@@ -70,8 +70,7 @@ QMdiSubWindow* AreaVentanas::alojar(QWidget* ventana) {
     ventana->installEventFilter(this);
     // The frame goes with its window, whichever of the two is closed.
     connect(ventana, &QObject::destroyed, sub, &QObject::deleteLater);
-    // The area itself lets go of a frame's signals before the frame is gone.
-    connect(sub, &QObject::destroyed, viewport(), [this, sub] {
+    connect(sub, &QObject::destroyed, &oyente_, [this, sub] {
         QList<QMdiSubWindow*> rest = subWindowList();
         rest.removeAll(sub);
         if (rest.isEmpty())

@@ -30,5 +30,8 @@ private:
         QRect geometry;
         bool maximised = false;
     };
+    // Hears of frames that go: the area itself lets go of a frame's signals before the frame is gone, and must not hear
+    // of those that go with it.
+    QObject oyente_;
     QHash<QString, Lugar> lugares_;  // by window name, taken when a window closes
 };

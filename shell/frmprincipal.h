@@ -33,6 +33,10 @@ public:
 
     /// Runs what the toolbar button of this key runs; an unknown key does nothing.
     void Toolbar1_ButtonClick(const QString& key);
+    /// Amounts in moles or grams from now on: rewrites the rows unless they are shown so already. What the rewriting
+    /// throws leaves the unit as it was.
+    void mnumoles_Click();
+    void mnugramos_Click();
     /// Writes a language as the one of the next start and says so; false when the file has no such language or could
     /// not be written.
     bool seleccionar_idioma(const QString& nombre);
@@ -49,8 +53,6 @@ private:
 
     void mnunuevo_Click();
     void mnusalir_Click();
-    void mnumoles_Click();
-    void mnugramos_Click();
     void mnudato_Click();
     void mnugases_Click();
     void mnudibujos_Click();
