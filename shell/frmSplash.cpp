@@ -10,6 +10,7 @@
 #include <QTimer>
 
 #include <array>
+#include <cmath>
 
 #include "controls/iconos.h"
 #include "core/palette.h"
@@ -56,6 +57,14 @@ protected:
     }
 
 private:
+    static constexpr double V_FIRST = 0.42, V_DOME = 0.67, V_LAST = 4.25;
+    static constexpr int STEPS = 180;
+
+    /// Steps of equal ratio, for a curve that is steep where v is small.
+    static double volume(double first, int step) {
+        return first * std::pow(V_LAST / first, static_cast<double>(step) / STEPS);
+    }
+
     QPointF at(double v, double p) const {
         static constexpr double v0 = 0.36, v1 = 4.2, p0 = -0.1, p1 = 2.3;
         return {(v - v0) / (v1 - v0) * width(), height() - (p - p0) / (p1 - p0) * height()};
@@ -63,12 +72,10 @@ private:
 
     QPainterPath curve(double t) const {
         QPainterPath path;
-        for (double v = 0.42; v < 4.25; v *= 1.012) {
-            const QPointF point = at(v, reduced_pressure(t, v));
-            if (path.elementCount() == 0)
-                path.moveTo(point);
-            else
-                path.lineTo(point);
+        path.moveTo(at(V_FIRST, reduced_pressure(t, V_FIRST)));
+        for (int step = 1; step <= STEPS; ++step) {
+            const double v = volume(V_FIRST, step);
+            path.lineTo(at(v, reduced_pressure(t, v)));
         }
         return path;
     }
@@ -76,10 +83,12 @@ private:
     /// Where the isotherms turn (p = 3/v^2 - 2/v^3), the edge of the unstable states.
     void draw_dome(QPainter& painter) const {
         QPainterPath path;
-        path.moveTo(at(0.67, -0.2));
-        for (double v = 0.67; v < 4.25; v *= 1.02)
+        path.moveTo(at(V_DOME, -0.2));
+        for (int step = 0; step <= STEPS; ++step) {
+            const double v = volume(V_DOME, step);
             path.lineTo(at(v, (3.0 - 2.0 / v) / (v * v)));
-        path.lineTo(at(4.25, -0.2));
+        }
+        path.lineTo(at(V_LAST, -0.2));
         QLinearGradient tint(0, 0, 0, height());
         tint.setColorAt(0.3, QColor(0xCF, 0xE5, 0xFA));
         tint.setColorAt(1.0, QColor(0xF2, 0xF8, 0xFE));

@@ -162,6 +162,7 @@ frmprincipal::frmprincipal(ApplicationState& estado, Mensajes& mensajes, std::fu
     : estado_(estado),
       mensajes_(mensajes),
       ayuda_(std::move(ayuda)),
+      unidades_(new QActionGroup(this)),
       mnuidioma(nullptr),
       Toolbar1(new QToolBar(this)),
       paginas_(new QStackedWidget(this)),
@@ -232,10 +233,9 @@ void frmprincipal::crear_menus() {
         connect(action, &QAction::triggered, this, row.handler);
         acciones_[row.name] = action;
     }
-    auto* units = new QActionGroup(this);
     for (const char* name : {"mnumoles", "mnugramos"}) {
         menu_entry(name)->setCheckable(true);
-        units->addAction(menu_entry(name));
+        unidades_->addAction(menu_entry(name));
     }
 }
 

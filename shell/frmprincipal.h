@@ -12,6 +12,7 @@
 
 class AreaVentanas;
 class PrimerosPasos;
+class QActionGroup;
 class QLabel;
 class QMenu;
 class QStackedWidget;
@@ -89,6 +90,7 @@ private:
     Mensajes& mensajes_;
     std::function<void()> ayuda_;
     QHash<QString, QAction*> acciones_;  // menu entries by name
+    QActionGroup* unidades_;
     QMenu* mnuidioma;
     QToolBar* Toolbar1;
     QStackedWidget* paginas_;

@@ -66,7 +66,7 @@ Sentence sentence_of(const std::exception& error) {
 }
 
 QString translated(const Sentence& sentence, const ApplicationState& estado) {
-    const QString spanish = QString::fromUtf8(sentence.spanish);
+    QString spanish = QString::fromUtf8(sentence.spanish);
     try {
         return estado.texto(sentence.number, spanish);
     } catch (const std::exception&) {
