@@ -66,11 +66,13 @@ template <class Function>
 std::optional<double> step_out(double start, double end, const Function& f) {
     const double reach = std::abs(end - start);
     const double direction = end > start ? 1.0 : -1.0;
-    for (double step = std::min(0.125, reach); step > 0.0; step = step < reach ? std::min(2.0 * step, reach) : 0.0) {
+    double step = std::min(0.125, reach);
+    while (step > 0.0) {
         const double t = start + direction * step;
         if (f(t) <= 0.0) {
             return t;
         }
+        step = step < reach ? std::min(2.0 * step, reach) : 0.0;
     }
     return std::nullopt;
 }

@@ -478,11 +478,10 @@ VirialLoop::VirialLoop(double a, double b, double c, double d) : a_(a), b_(b), c
     // With A or D negative a branch ends where the slope changes sign once more, beyond the other extremum.
     const double other = -(3.0 * c_ + root * middle * middle) / (12.0 * d_);
     const auto slope = [this](double r) { return compressibility_slope(r); };
-    if (!(other > 0.0) || !(slope(other) > 0.0)) {
-        rises_ = false;
-    } else if (a_ < 0.0 && other < 1.0) {
+    const bool between = other > 0.0 && slope(other) > 0.0;
+    if (between && a_ < 0.0 && other < 1.0) {
         gas_end_ = -std::log(coexistence::sign_change(other, 0.0, slope));
-    } else if (d_ < 0.0 && other > 1.0) {
+    } else if (between && d_ < 0.0 && other > 1.0) {
         double dense = 2.0 * other;
         while (slope(dense) > 0.0) {
             dense *= 2.0;

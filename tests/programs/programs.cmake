@@ -1,0 +1,48 @@
+# Runs PROGRAMS (paths) where they were built and as installed from BUILD into a folder far from the sources, whose data
+# folder they would find otherwise; the name of that folder has a blank, and the user has no files yet.
+string(RANDOM LENGTH 12 name)
+set(tmp $ENV{TMPDIR})
+if(NOT tmp)
+    set(tmp /tmp)
+endif()
+set(work "${tmp}/tavo ${name}")
+set(ENV{HOME} "${work}/home")
+
+function(fail text)
+    file(REMOVE_RECURSE "${work}")
+    message(FATAL_ERROR "${text}")
+endfunction()
+
+# output(VARIABLE COMMAND...): what the command prints; it must succeed and be silent on standard error.
+function(output variable)
+    execute_process(COMMAND ${ARGN} OUTPUT_VARIABLE printed ERROR_VARIABLE errors RESULT_VARIABLE status)
+    if(NOT status EQUAL 0 OR NOT errors STREQUAL "")
+        fail("${ARGN}: status ${status}, prints \"${printed}\" and \"${errors}\"")
+    endif()
+    set(${variable} "${printed}" PARENT_SCOPE)
+endfunction()
+
+function(check_version program)
+    get_filename_component(name ${program} NAME)
+    output(printed ${program} --version)
+    if(NOT printed STREQUAL "${name} ${VERSION}\n")
+        fail("${program} --version prints \"${printed}\", not \"${name} ${VERSION}\"")
+    endif()
+endfunction()
+
+file(MAKE_DIRECTORY "${work}/home")
+output(ignored ${CMAKE_COMMAND} --install ${BUILD} --prefix "${work}/usr")
+foreach(program IN LISTS PROGRAMS)
+    get_filename_component(name ${program} NAME)
+    check_version(${program})
+    check_version("${work}/usr/bin/${name}")
+
+    if(name STREQUAL "tavo-calc")
+        output(built ${program} gas 21 8 300)
+        output(installed "${work}/usr/bin/${name}" gas 21 8 300)
+        if(NOT installed MATCHES "^CO2 " OR NOT installed STREQUAL built)
+            fail("the installed ${name} reads \"${installed}\", not \"${built}\"")
+        endif()
+    endif()
+endforeach()
+file(REMOVE_RECURSE "${work}")
