@@ -80,9 +80,7 @@ void refuse_line_break(std::string_view text) {
 
 class Text::Impl {
 public:
-    explicit Impl(std::string_view bytes) : utf8_(bytes.starts_with(UTF8_MARK)) {
-        load(std::string(bytes.substr(utf8_ ? UTF8_MARK.size() : 0)));
-    }
+    explicit Impl(std::string_view bytes) { read(bytes); }
 
     std::string leerclave(std::string_view section, std::string_view key) const;
     int lineaseccion(std::string_view section) const;
@@ -107,6 +105,7 @@ private:
     bool same(std::string_view text, const std::string& folded_text) const;
 
     // The lines.
+    void read(std::string_view bytes);
     void load(std::string body);
     std::string body() const;
     std::string_view store(std::string text) { return buffers_.emplace_back(std::move(text)); }
@@ -147,7 +146,7 @@ private:
     int replace_headers(const std::string& old_line, std::string_view new_line);
     int replace_other_lines(const std::string& old_line, std::string_view new_line);
 
-    bool utf8_;
+    bool utf8_ = false;
     std::deque<std::string> buffers_;  // what the lines point into
     std::vector<std::unique_ptr<Block>> blocks_;
     std::unordered_map<std::string, std::vector<Block*>> by_name_;  // lower-cased name; in file order
@@ -195,6 +194,11 @@ bool Text::Impl::same(std::string_view text, const std::string& folded_text) con
 }
 
 // ---- lines ----------------------------------------------------------------------------------------------------------
+
+void Text::Impl::read(std::string_view bytes) {
+    utf8_ = bytes.starts_with(UTF8_MARK);
+    load(std::string(bytes.substr(utf8_ ? UTF8_MARK.size() : 0)));
+}
 
 void Text::Impl::load(std::string body) {
     blocks_.clear();
@@ -537,8 +541,10 @@ int Text::Impl::reemplazarlinea(std::string_view old_line, std::string_view new_
     if (wanted)
         last = wanted->starts_with('[') ? replace_headers(*wanted, new_line) : replace_other_lines(*wanted, new_line);
     end_lines_evenly();
-    if (last > 0 && wanted->starts_with('[') != new_line.starts_with('['))  // headers came or went
-        load(body());
+    const std::vector<Line>& beginning = blocks_.front()->lines;
+    const bool gained_mark = !utf8_ && !beginning.empty() && beginning.front().text.starts_with(UTF8_MARK);
+    if (last > 0 && (gained_mark || wanted->starts_with('[') != new_line.starts_with('[')))
+        read(bytes());  // as whoever reads the file next: headers came or went, or the encoding is another
     return last;
 }
 

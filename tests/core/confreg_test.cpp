@@ -253,6 +253,9 @@ TEST(Reemplazarlinea, ReplacesEveryEqualLine) {
         EXPECT_EQ(text.reemplazarlinea(c.old_line, c.new_line), c.last);
         EXPECT_EQ(text.bytes(), c.result);
     }
+    Text marked("first\n[\xC3\xB1]\nx=1\n");
+    EXPECT_EQ(marked.reemplazarlinea("FIRST", "ï»¿"), 1);
+    EXPECT_EQ(marked.leerclave("ñ", "x"), "1") << "the new line is the UTF-8 mark to whoever reads the file next";
     EXPECT_THROW(Text("a\n").reemplazarlinea("a", "Ω"), RewriteRefused);
     EXPECT_THROW(Text("a\n").reemplazarlinea("a", "b\r"), InvalidArgument);
 }
