@@ -13,6 +13,7 @@
 #include <memory>
 
 #include "core/confreg.h"
+#include "core/plot_range.h"
 #include "core/slots.h"
 
 enum class AmountUnit { Moles, Grams };
@@ -40,10 +41,7 @@ public:
     virtual void habilitar(bool enabled) = 0;
 };
 
-/// Plot range in litres and atm; all zero means not set yet.
-struct PlotRange {
-    double vmin = 0.0, pmin = 0.0, vmax = 0.0, pmax = 0.0;
-};
+using tavo::PlotRange;
 
 class ApplicationState : public QObject {
     Q_OBJECT

@@ -1,0 +1,443 @@
+#include "windows/plots/graficos.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/calcnum.h"
+#include "core/gas_database.h"
+#include "core/models.h"
+
+namespace {
+
+using namespace graficos;
+using tavo::EquationOfState;
+
+constexpr double TC = 304.13, PC = 72.8, W = 0.2239;  // CO2
+
+EquationSlot co2(EquationOfState model, double t, double n = 1.0) {
+    EquationSlot slot;
+    slot.active = true;
+    slot.gas_number = 1;
+    slot.equation = model;
+    slot.temperature = t;
+    slot.moles = n;
+    slot.gas.name = "CO2";
+    slot.gas.tc = TC;
+    slot.gas.pc = PC;
+    const auto k = tavo::Global::derive(model, TC, PC, W, 1.5, t);
+    slot.gas.a = k.a;
+    slot.gas.b = k.b;
+    slot.gas.c = k.c;
+    slot.gas.d = k.d;
+    return slot;
+}
+
+EquationSlot ideal(double t = 300.0, double n = 1.0) {
+    EquationSlot slot;
+    slot.active = true;
+    slot.temperature = t;
+    slot.moles = n;
+    return slot;
+}
+
+TEST(Range, IsCheckedInTheStatedOrder) {
+    struct Row {
+        PlotRange range;
+        RangeFault fault;
+    };
+    const std::vector<Row> rows{
+        {{0, 0, 5, 100}, RangeFault::None},
+        {{5, 100, 0, -100}, RangeFault::None},  // inverted
+        {{0, 0, 1e8, 1e8}, RangeFault::None},   // exactly the greatest span
+        {{2, 7, 2, 7}, RangeFault::NoHeight},   // both: pressures first
+        {{2, 7, 2, 8}, RangeFault::NoWidth},
+        {{2, 0, 2, 2e8}, RangeFault::NoWidth},    // before the span of the pressures
+        {{0, 0, 2e8, 2e8}, RangeFault::TooHigh},  // before the span of the volumes
+        {{0, 0, 2e8, 1}, RangeFault::TooWide},
+        {{0, -6e7, 1, 6e7}, RangeFault::TooHigh},
+        {{0, 0, 1, 1.7976931348623157e308}, RangeFault::TooHigh},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(check(row.range), row.fault) << row.range.vmin << " " << row.range.vmax;
+    EXPECT_EQ(static_cast<int>(RangeFault::NoHeight), 162);
+    EXPECT_EQ(static_cast<int>(RangeFault::TooWide), 166);
+}
+
+TEST(Range, OfADraggedRectangleDoesNotDependOnTheCornerItBeganAt) {
+    const PlotRange expected{1, -5, 3, 8};
+    for (const auto& [a, b] : std::vector<std::pair<Point, Point>>{
+             {{1, -5}, {3, 8}}, {{3, 8}, {1, -5}}, {{1, 8}, {3, -5}}, {{3, -5}, {1, 8}}})
+        EXPECT_EQ(between(a, b), expected);
+}
+
+TEST(Range, ScaledKeepsItsCentreInPlace) {
+    const PlotRange range = scaled({0, -10, 4, 30}, {1, 0}, 0.5);
+    EXPECT_EQ(range, (PlotRange{0.5, -5, 2.5, 15}));
+}
+
+TEST(Range, ReadableDividesIntoTenRoundSteps) {
+    for (const auto& [min, max] : std::vector<std::pair<double, double>>{
+             {-74.5, 161.4}, {0, 123}, {3, 4}, {-1e-3, 2e-3}, {-39999999, 1}, {5, 5}, {0, 0}, {-3, -3}, {99, 1e6}}) {
+        const PressureRange r = readable({min, max});
+        EXPECT_LE(r.min, min);
+        EXPECT_GE(r.max, max);
+        EXPECT_LT(r.min, r.max);
+        const double step = (r.max - r.min) / 10.0;
+        const double mantissa = step / std::pow(10.0, std::floor(std::log10(step) + 1e-9));
+        const std::vector<double> round{1.0, 2.0, 2.5, 5.0};
+        EXPECT_TRUE(std::ranges::any_of(round, [&](double m) { return std::abs(mantissa - m) < 1e-6; }))
+            << min << " " << max << " step " << step;
+        if (max > min) {
+            EXPECT_LE(r.max - r.min, 3.0 * (max - std::min(min, 0.0))) << min << " " << max;
+        }
+    }
+}
+
+TEST(PressureRange, ShowsTheWholeLoopTheTieLineAndTheGasBranchButNoSpike) {
+    for (const auto model :
+         {EquationOfState::VanDerWaals, EquationOfState::PengRobinson, EquationOfState::Soave,
+          EquationOfState::RedlichKwong, EquationOfState::Dieterici, EquationOfState::DietericiSadus}) {
+        for (const double t : {220.0, 260.0, 290.0}) {
+            const EquationSlot slot = co2(model, t);
+            const auto state = tavo::calcnum::saturation(slot, t);
+            const auto extremes = tavo::calcnum::spinodals(slot, t);
+            ASSERT_TRUE(state && extremes);
+            const auto range = pressure_range(slot, 0.0, 5.0);
+            ASSERT_TRUE(range);
+            for (const double v : {extremes->liquid, extremes->gas, state->vl, state->vg, 5.0}) {
+                EXPECT_LE(range->min, tavo::pressure(slot, v));
+                EXPECT_GE(range->max, tavo::pressure(slot, v));
+            }
+            // The loop fills most of the height: nothing of the spike has been taken in.
+            const double loop = tavo::pressure(slot, extremes->gas) - tavo::pressure(slot, extremes->liquid);
+            const double useful = std::max(loop, tavo::pressure(slot, extremes->gas));
+            EXPECT_LT(range->max - range->min, 1.5 * useful) << static_cast<int>(model) << " at " << t;
+        }
+    }
+}
+
+TEST(PressureRange, NeverDependsOnVolumesInsideTheCovolume) {
+    const EquationSlot slot = co2(EquationOfState::PengRobinson, 260.0, 2.0);
+    const double covolume = excluded_volume(slot);
+    const auto whole = pressure_range(slot, 0.0, 5.0);
+    ASSERT_TRUE(whole);
+    for (const double from : {-1.0, 0.5 * covolume, covolume}) {
+        const auto part = pressure_range(slot, from, 5.0);
+        ASSERT_TRUE(part);
+        EXPECT_DOUBLE_EQ(part->min, whole->min);
+        EXPECT_DOUBLE_EQ(part->max, whole->max);
+    }
+    EXPECT_FALSE(pressure_range(slot, 0.0, covolume));
+    EXPECT_FALSE(pressure_range(co2(EquationOfState::PengRobinson, 260.0, 0.0), 0.0, 5.0));
+}
+
+TEST(PressureRange, LooksAtTheBranchThatTheVolumesShow) {
+    // Supercritical: up to three co-volumes, not the spike.
+    const EquationSlot hot = co2(EquationOfState::PengRobinson, 340.0);
+    const auto range = pressure_range(hot, 0.0, 5.0);
+    ASSERT_TRUE(range);
+    EXPECT_NEAR(range->max, tavo::pressure(hot, 3.0 * hot.gas.b), 1e-9);
+    EXPECT_NEAR(range->min, tavo::pressure(hot, 5.0), 1e-9);
+
+    // A trace of gas: the loop is narrower than the first step, the hyperbola is the picture.
+    const EquationSlot trace = co2(EquationOfState::PengRobinson, 260.0, 0.001);
+    const auto thin = pressure_range(trace, 0.0, 5.0);
+    ASSERT_TRUE(thin);
+    EXPECT_GT(thin->min, 0.0);
+    EXPECT_LT(thin->max, 1.0);
+
+    // Nothing but compressed liquid in sight.
+    const EquationSlot dense = co2(EquationOfState::PengRobinson, 260.0, 100.0);
+    const double vl = tavo::calcnum::saturation(dense, 260.0)->vl * 100.0;
+    const auto liquid = pressure_range(dense, 0.0, 0.95 * vl);
+    ASSERT_TRUE(liquid);
+    EXPECT_GT(liquid->min, 0.0);
+    EXPECT_LT(liquid->max, 1e4);
+
+    // Volumes chosen inside the two-phase stretch: all of the curve there fits.
+    const EquationSlot slot = co2(EquationOfState::PengRobinson, 280.0);
+    const auto inside = pressure_range(slot, 0.1, 0.3);
+    ASSERT_TRUE(inside);
+    for (double v = 0.1; v <= 0.3; v += 0.01) {
+        EXPECT_LE(inside->min, tavo::pressure(slot, v));
+        EXPECT_GE(inside->max, tavo::pressure(slot, v));
+    }
+
+    // Equal or exchanged volumes do no harm.
+    EXPECT_FALSE(pressure_range(slot, 1.0, 1.0));
+    EXPECT_DOUBLE_EQ(pressure_range(slot, 3.0, 1.0)->max, pressure_range(slot, 1.0, 3.0)->max);
+}
+
+TEST(PressureRange, OfAFirstPlotSpansTheDrawnRows) {
+    SlotTable table;
+    const PressureRange nothing = default_pressure_range(table, 0.0, 5.0);
+    EXPECT_EQ(nothing.min, 0.0);
+    EXPECT_EQ(nothing.max, 100.0);
+
+    table[1] = co2(EquationOfState::PengRobinson, 260.0);
+    table[2] = co2(EquationOfState::PengRobinson, 340.0);
+    table[3] = co2(EquationOfState::PengRobinson, 1000.0, 50.0);
+    table[3].active = false;
+    table[4] = co2(EquationOfState::PengRobinson, 1000.0, 50.0);
+    table[4].gas_number = 0;
+    const PressureRange both = default_pressure_range(table, 0.0, 5.0);
+    EXPECT_EQ(both.min, -75.0);
+    EXPECT_EQ(both.max, 175.0);
+}
+
+TEST(PressureRange, WidensTheCurrentOneAndNeverNarrowsIt) {
+    const EquationSlot slot = co2(EquationOfState::PengRobinson, 260.0);
+    PlotRange range{0.0, 0.0, 5.0, 10.0};
+    widen(slot, range);
+    EXPECT_LT(range.pmin, -74.0);
+    EXPECT_GT(range.pmax, 30.0);
+    EXPECT_LT(range.pmax, 200.0);
+    PlotRange wide{0.0, -1000.0, 5.0, 1000.0};
+    const PlotRange before = wide;
+    widen(slot, wide);
+    EXPECT_EQ(wide, before);
+}
+
+TEST(Isotherm, HasExactlyAHundredSegmentsWhateverTheRange) {
+    for (const auto& [v1, v2] :
+         std::vector<std::pair<double, double>>{{0, 5}, {-3, -1}, {1e-9, 2e-9}, {5, 0}, {2, 2}, {0, 1e8}}) {
+        const auto segments = isotherm(co2(EquationOfState::VanDerWaals, 280.0), v1, v2, {});
+        ASSERT_EQ(segments.size(), 100U);
+        EXPECT_EQ(segments.front().from.x, v1);
+        EXPECT_DOUBLE_EQ(segments.back().to.x, v2);
+        for (std::size_t i = 1; i < segments.size(); ++i)
+            EXPECT_EQ(segments[i].from, segments[i - 1].to);
+    }
+}
+
+TEST(Isotherm, IsInvisibleWhereTheVolumeIsNotAboveTheExcludedOne) {
+    struct Row {
+        EquationOfState model;
+        double b, n, excluded;
+    };
+    const std::vector<Row> rows{
+        {EquationOfState::VanDerWaals, 0.5, 2.0, 1.0},     {EquationOfState::PengRobinson, 0.25, 4.0, 1.0},
+        {EquationOfState::DietericiSadus, 0.5, 2.0, 0.25}, {EquationOfState::Virial, -0.1, 1.0, -0.1},
+        {EquationOfState::IdealGas, 0.5, 2.0, 0.0},
+    };
+    for (const Row& row : rows) {
+        EquationSlot slot = co2(EquationOfState::VanDerWaals, 500.0, row.n);
+        slot.equation = row.model;
+        slot.gas.b = row.b;
+        EXPECT_DOUBLE_EQ(excluded_volume(slot), row.excluded);
+        for (const Segment& s : isotherm(slot, 0.0, 5.0, {}))
+            EXPECT_EQ(s.visible, s.from.x > row.excluded) << s.from.x;
+    }
+}
+
+TEST(Isotherm, IsDottedBetweenTheBoundsOnly) {
+    const auto segments = isotherm(ideal(), 0.0, 100.0, {10.0, 20.0, 1.0});
+    for (std::size_t i = 0; i < segments.size(); ++i) {
+        // Segment i runs from i to i + 1: solid up to the lower bound and from the upper bound on.
+        const bool dotted = i > 10 && i < 19;
+        EXPECT_EQ(segments[i].dotted, dotted) << i;
+    }
+    for (const Segment& s : isotherm(ideal(), 0.0, 5.0, {}))
+        EXPECT_FALSE(s.dotted);
+}
+
+TEST(Isotherm, LeavesOutPointsWithoutAFinitePressureAndDrawsTheRest) {
+    SlotTable table;
+    table[2] = co2(EquationOfState::Dieterici, 300.0);
+    table[2].gas.a = -1e6;  // the exponential overflows up to 0.06 l
+    table[2].parameters = true;
+    const Escena drawn = scene(table, {0.0, 0.0, 100.0, 10.0}, {});
+    ASSERT_EQ(drawn.curves.size(), 1U);
+    const Curve& curve = drawn.curves.front();
+    EXPECT_FALSE(curve.complete);
+    EXPECT_EQ(curve.segments.size(), 100U);
+    EXPECT_TRUE(curve.segments.back().defined);
+    EXPECT_TRUE(std::ranges::any_of(curve.segments, [](const Segment& s) { return !s.defined; }));
+}
+
+TEST(TwoPhase, BoundsScaleWithTheAmountAndVanishForParametersSetByHand) {
+    const Bounds one = two_phase_bounds(co2(EquationOfState::PengRobinson, 280.0));
+    const Bounds two = two_phase_bounds(co2(EquationOfState::PengRobinson, 280.0, 2.0));
+    ASSERT_TRUE(one.tie_line());
+    EXPECT_DOUBLE_EQ(two.lower, 2.0 * one.lower);
+    EXPECT_DOUBLE_EQ(two.upper, 2.0 * one.upper);
+    EXPECT_EQ(two.pv, one.pv);
+    EXPECT_NEAR(one.pv, 41.0, 1.5);  // CO2 at 280 K: 41.0 atm
+
+    EquationSlot by_hand = co2(EquationOfState::PengRobinson, 280.0);
+    by_hand.parameters = true;
+    for (const EquationSlot& slot : {by_hand, co2(EquationOfState::PengRobinson, TC), ideal(100.0)}) {
+        const Bounds none = two_phase_bounds(slot);
+        EXPECT_FALSE(none.tie_line());
+        EXPECT_EQ(none.lower, 0.0);
+        EXPECT_EQ(none.upper, 0.0);
+    }
+}
+
+TEST(Clip, KeepsThePartOfALineInsideTheRange) {
+    const PlotRange range{0, 0, 10, 10};
+    struct Row {
+        Point a, b;
+        std::optional<std::array<Point, 2>> kept;
+    };
+    using Line = std::array<Point, 2>;
+    const std::vector<Row> rows{
+        {{1, 1}, {9, 9}, Line{{{1, 1}, {9, 9}}}},
+        {{-5, 5}, {15, 5}, Line{{{0, 5}, {10, 5}}}},
+        {{5, 20}, {5, -20}, Line{{{5, 10}, {5, 0}}}},
+        {{-5, -5}, {5, 5}, Line{{{0, 0}, {5, 5}}}},
+        {{-5, 12}, {15, 12}, std::nullopt},
+        {{-1, 9.5}, {3, 14.5}, std::nullopt},  // passes the corner outside
+        {{4, 1e300}, {4, 5}, Line{{{4, 10}, {4, 5}}}},
+        {{3, 3}, {3, 3}, Line{{{3, 3}, {3, 3}}}},
+    };
+    for (const Row& row : rows) {
+        for (const PlotRange& r : {range, PlotRange{10, 10, 0, 0}}) {
+            const auto kept = clip(row.a, row.b, r);
+            ASSERT_EQ(kept.has_value(), row.kept.has_value()) << row.a.x << "," << row.a.y;
+            for (std::size_t i = 0; kept && i < 2; ++i) {
+                EXPECT_NEAR((*kept)[i].x, (*row.kept)[i].x, 1e-12);
+                EXPECT_NEAR((*kept)[i].y, (*row.kept)[i].y, 1e-12);
+            }
+        }
+    }
+}
+
+TEST(Strokes, AreConnectedRunsOfOneLookInShortPieces) {
+    const EquationSlot slot = co2(EquationOfState::PengRobinson, 260.0);
+    const PlotRange range{0.0, -75.0, 5.0, 175.0};
+    const Bounds bounds = two_phase_bounds(slot);
+    const auto pieces = strokes(isotherm(slot, range.vmin, range.vmax, bounds), range);
+    ASSERT_GE(pieces.size(), 2U);
+    std::size_t drawn = 0;
+    for (const Stroke& stroke : pieces) {
+        EXPECT_LE(stroke.points.size(), LONGEST_STROKE + 1);
+        EXPECT_GE(stroke.points.size(), 2U);
+        drawn += stroke.points.size() - 1;
+        for (const Point& p : stroke.points) {
+            EXPECT_GT(p.x, excluded_volume(slot));
+            EXPECT_GE(p.y, range.pmin - 1e-9);
+            EXPECT_LE(p.y, range.pmax + 1e-9);
+        }
+    }
+    EXPECT_EQ(drawn, 99U);  // only the segment from the axis is hidden
+    EXPECT_TRUE(pieces.front().dotted);
+    EXPECT_FALSE(pieces.back().dotted);
+}
+
+TEST(Marks, StandAtFixedDistancesInTheDirectionThatTheCurveRuns) {
+    std::optional<Point> last;
+    const std::vector<Point> flat{{0, 0}, {25, 5}}, steep{{25, 5}, {27, 45}};
+    const auto a = marks(flat, 10.0, 2.0, last);
+    ASSERT_EQ(a.size(), 3U);
+    EXPECT_DOUBLE_EQ(a[0].x, 2.0);
+    EXPECT_DOUBLE_EQ(a[2].x, 22.0);
+    EXPECT_DOUBLE_EQ(a[2].y, 4.4);
+    const auto b = marks(steep, 10.0, 2.0, last);
+    ASSERT_EQ(b.size(), 4U);  // y = 12, 22, 32, 42
+    EXPECT_DOUBLE_EQ(b[0].y, 12.0);
+
+    // Curves that run together, drawn in opposite directions too: no two marks on each other.
+    std::optional<Point> other;
+    const auto c = marks(std::vector<Point>{{25, 5}, {0, 0}}, 10.0, 6.0, other);
+    for (const Point& p : a)
+        for (const Point& q : c)
+            EXPECT_GT(std::hypot(p.x - q.x, p.y - q.y), 3.0);
+    // A corner does not bunch them.
+    std::optional<Point> corner;
+    const auto d = marks(std::vector<Point>{{0, 0}, {13, 0}, {13, 13}}, 10.0, 2.0, corner);
+    ASSERT_EQ(d.size(), 3U);
+    EXPECT_DOUBLE_EQ(d[1].x, 12.0);
+    EXPECT_DOUBLE_EQ(d[2].y, 12.0);
+}
+
+TEST(Ticks, AreRoundNumbersInsideTheRange) {
+    struct Row {
+        double from, to;
+        int most;
+        double step;
+        std::vector<std::string> texts;
+    };
+    const std::vector<Row> rows{
+        {0, 5, 10, 0.5, {"0.0", "0.5", "1.0", "1.5", "2.0", "2.5", "3.0", "3.5", "4.0", "4.5", "5.0"}},
+        {0, 5, 4, 2, {"0", "2", "4"}},
+        {-75, 175, 10, 50, {"-50", "0", "50", "100", "150"}},
+        {175, -75, 10, 50, {"-50", "0", "50", "100", "150"}},
+        {0.071, 0.112, 5, 0.01, {"0.08", "0.09", "0.10", "0.11"}},
+        {0, 3e-9, 3, 1e-9, {"0", "1E-09", "2E-09", "3E-09"}},
+        {0, 1e8, 2, 5e7, {"0", "50000000", "100000000"}},
+    };
+    for (const Row& row : rows) {
+        const Ticks marks = ticks(row.from, row.to, row.most);
+        EXPECT_NEAR(marks.step, row.step, 1e-9 * row.step);
+        std::vector<std::string> texts;
+        for (const double value : marks.values)
+            texts.push_back(tick_text(value, marks.step));
+        EXPECT_EQ(texts, row.texts);
+    }
+    EXPECT_TRUE(ticks(1e8, 1e8 + 1e-8, 5).values.size() < 10);  // no endless list where digits run out
+}
+
+TEST(Legend, GoesWhereNoCurveRuns) {
+    const Rectangle area{100, 50, 800, 600};
+    const auto blocked = [](const Rectangle& r, const std::vector<Point>& line) {
+        for (std::size_t i = 1; i < line.size(); ++i)
+            if (clip(line[i - 1], line[i], {r.x, r.y, r.x + r.width, r.y + r.height}))
+                return true;
+        return false;
+    };
+    const std::vector<std::vector<Point>> none;
+    const Rectangle corner = place_legend(200, 100, area, none, 6);
+    EXPECT_EQ(corner.x + corner.width, 894.0);
+    EXPECT_EQ(corner.y, 56.0);
+
+    const std::vector<std::vector<Point>> lines{{{100, 60}, {900, 60}}, {{850, 50}, {850, 650}}};
+    const Rectangle free = place_legend(200, 100, area, lines, 6);
+    for (const auto& line : lines)
+        EXPECT_FALSE(blocked(free, line));
+    EXPECT_GE(free.x, area.x);
+    EXPECT_LE(free.y + free.height, area.y + area.height);
+
+    // Everything is crossed: still inside the area.
+    std::vector<std::vector<Point>> hatch;
+    for (double x = 100; x < 900; x += 20)
+        hatch.push_back({{x, 50}, {x, 650}});
+    const Rectangle least = place_legend(200, 100, area, hatch, 6);
+    EXPECT_GE(least.x, area.x);
+    EXPECT_LE(least.x + least.width, area.x + area.width);
+}
+
+TEST(Scene, HoldsTheRowsThatCanBeDrawn) {
+    SlotTable table;
+    table[1] = co2(EquationOfState::PengRobinson, 260.0);
+    table[1].colour = 9;
+    table[2] = co2(EquationOfState::PengRobinson, 260.0);
+    table[2].active = false;
+    table[3] = co2(EquationOfState::PengRobinson, 260.0);
+    table[3].gas_number = 0;
+    table[4] = co2(EquationOfState::PengRobinson, 260.0);
+    table[4].gas.a = table[4].gas.b = table[4].gas.c = table[4].gas.d = 0.0;
+    table[5] = ideal();
+    EXPECT_EQ(obstacle(table[3]), Obstacle::NoGas);
+    EXPECT_EQ(obstacle(table[4]), Obstacle::NoCoefficients);
+    EXPECT_EQ(obstacle(ideal(300.0, 0.0)), Obstacle::NoAmount);
+
+    const Escena drawn = scene(table, {0, 0, 5, 1234.5678}, {"one", "", "", "", "five"});
+    ASSERT_EQ(drawn.curves.size(), 2U);
+    EXPECT_EQ(drawn.curves[0].row, 1);
+    EXPECT_EQ(drawn.curves[0].colour, 9);
+    EXPECT_TRUE(drawn.curves[0].bounds.tie_line());
+    EXPECT_EQ(drawn.curves[1].row, 5);
+    EXPECT_EQ(drawn.curves[1].description, "five");
+    EXPECT_EQ(drawn.end_labels, (std::array<std::string, 4>{"0.00", "0.00", "5.00", "1234.57"}));
+}
+
+TEST(Scene, DescribesARow) {
+    EquationSlot slot = co2(EquationOfState::PengRobinson, 260.5, 100.0 / 44.01);
+    EXPECT_EQ(describe(slot, "PENG-ROBINSON"), "CO2, PENG-ROBINSON, 260.5 K, 2.2722 mol");
+    EXPECT_EQ(describe(ideal(), "GAS IDEAL"), "GAS IDEAL, 300 K, 1 mol");
+}
+
+}  // namespace
