@@ -1,0 +1,67 @@
+#include "controls/lista_gases.h"
+
+#include <QCompleter>
+#include <QLineEdit>
+#include <QListView>
+#include <QSignalBlocker>
+#include <QWheelEvent>
+
+ListaGases::ListaGases(QAbstractItemModel* names, QWidget* padre) : QComboBox(padre) {
+    setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);  // does not measure every name
+    setMinimumContentsLength(20);
+    setMaxVisibleItems(15);
+    auto* list = new QListView(this);
+    list->setUniformItemSizes(true);
+    setView(list);
+    setEditable(true);
+    setInsertPolicy(QComboBox::NoInsert);
+    setCompleter(nullptr);
+    setModel(names);
+    setCurrentIndex(-1);
+    connect(lineEdit(), &QLineEdit::editingFinished, this, &ListaGases::settle);
+}
+
+void ListaGases::set_silently(int index) {
+    const QSignalBlocker silent(this);
+    setCurrentIndex(index);
+    lineEdit()->setText(itemText(index));
+    lineEdit()->setCursorPosition(0);
+}
+
+void ListaGases::focusInEvent(QFocusEvent* event) {
+    if (!completer())
+        make_completer();
+    QComboBox::focusInEvent(event);
+}
+
+void ListaGases::make_completer() {
+    auto* search = new QCompleter(model(), this);
+    search->setFilterMode(Qt::MatchContains);
+    search->setCaseSensitivity(Qt::CaseInsensitive);
+    search->setMaxVisibleItems(15);
+    setCompleter(search);
+}
+
+void ListaGases::wheelEvent(QWheelEvent* event) {
+    if (hasFocus() || lineEdit()->hasFocus())
+        QComboBox::wheelEvent(event);
+    else
+        event->ignore();
+}
+
+void ListaGases::settle() {
+    const QString typed = lineEdit()->text().trimmed();
+    if (typed == currentText() && typed == itemText(currentIndex()))
+        return;
+    int found = typed.isEmpty() ? -1 : findText(typed, Qt::MatchFixedString);
+    if (found < 0 && !typed.isEmpty()) {
+        const auto matches = model()->match(model()->index(0, modelColumn()), Qt::DisplayRole, typed, 2,
+                                            Qt::MatchContains | Qt::MatchWrap);
+        if (matches.size() == 1)
+            found = matches.front().row();
+    }
+    if (found >= 0)
+        setCurrentIndex(found);
+    lineEdit()->setText(itemText(currentIndex()));
+    lineEdit()->setCursorPosition(0);
+}
