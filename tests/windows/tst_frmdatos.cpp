@@ -1,0 +1,449 @@
+// Gases and conditions, driven by keys and clicks.
+
+#include <QClipboard>
+#include <QTest>
+
+#include "core/models.h"
+#include "tests/windows/support/plot_windows.h"
+
+namespace {
+
+constexpr int VIRIAL = 5, PENG_ROBINSON = 8;
+
+template <class Control>
+Control* control(QWidget* window, const char* name, int i = 0) {
+    return VentanasGrafico::control<Control>(window, name, i);
+}
+
+QLineEdit* box(QWidget* window, const char* name, int i) {
+    return control<QLineEdit>(window, name, i);
+}
+
+void type(QLineEdit* into, const QString& text) {
+    into->setFocus(Qt::TabFocusReason);
+    QTest::keyClicks(into, text);
+}
+
+const char* const ROW_CONTROLS[] = {"cmbgas", "cmbecu", "txttemp", "UpDown", "txtmol", "UpDown1"};
+
+}  // namespace
+
+class tst_frmdatos : public QObject {
+    Q_OBJECT
+private slots:
+    void init() { w_ = std::make_unique<VentanasGrafico>(); }
+    void cleanup() { w_.reset(); }
+
+    void a_fresh_window_has_the_defaults_and_row_1_switched_on();
+    void a_check_box_switches_its_row();
+    void a_choice_loads_the_row();
+    void the_virial_equation_brings_its_notice();
+    void temperatures_are_kept_inside_their_limits_data();
+    void temperatures_are_kept_inside_their_limits();
+    void the_coefficients_follow_the_temperature();
+    void amounts_are_kept_inside_their_limits();
+    void leaving_a_box_without_an_amount_is_answered();
+    void the_spin_buttons_step_their_boxes();
+    void keys_and_pastes_that_are_no_number_are_swallowed();
+    void entering_a_box_selects_its_text();
+    void the_window_shows_the_slots_again_when_it_is_reopened();
+    void the_unit_of_amounts_changes_back_and_forth();
+    void rows_without_a_gas_keep_their_number_in_the_other_unit();
+    void starting_afresh_clears_the_rows();
+    void the_button_shows_the_plot_and_names_the_rows_left_out();
+    void a_gas_that_cannot_be_loaded_is_named_and_the_row_stays();
+    void a_gas_is_found_by_typing_part_of_its_name();
+    void a_changed_database_keeps_the_chosen_gases();
+    void the_row_in_use_becomes_the_current_row();
+
+private:
+    QString last_message() const { return w_->mensajes.vistos.empty() ? QString() : w_->mensajes.vistos.back().texto; }
+    std::unique_ptr<VentanasGrafico> w_;
+};
+
+void tst_frmdatos::a_fresh_window_has_the_defaults_and_row_1_switched_on() {
+    frmdatos* window = w_->datos();
+    QVERIFY(w_->estado.slots_initialised);
+    QCOMPARE(window->windowTitle(), "Gases y condiciones");
+    QCOMPARE(control<QLabel>(window, "Label2")->text(), "Ecuación");
+    QCOMPARE(control<QLabel>(window, "Label4")->text(), "Moles");
+    QCOMPARE(control<QPushButton>(window, "btactualiza")->text(), w_->estado.texto(55));
+    for (int i = 1; i <= 5; ++i) {
+        QCOMPARE(control<QCheckBox>(window, "Check", i)->isChecked(), i == 1);
+        QCOMPARE(w_->slot(i).active, i == 1);
+        QCOMPARE(control<QComboBox>(window, "cmbgas", i)->currentIndex(), -1);
+        QCOMPARE(control<QComboBox>(window, "cmbgas", i)->count(), 60);
+        QCOMPARE(control<QComboBox>(window, "cmbecu", i)->count(), 10);
+        QCOMPARE(control<QComboBox>(window, "cmbecu", i)->currentIndex(), 0);
+        QCOMPARE(control<QComboBox>(window, "cmbecu", i)->itemText(0), w_->estado.texto(85));
+        QCOMPARE(control<QComboBox>(window, "cmbecu", i)->itemText(8), "PENG-ROBINSON");
+        QCOMPARE(box(window, "txttemp", i)->text(), "300.000");
+        QCOMPARE(box(window, "txtmol", i)->text(), "1.000");
+        for (const char* name : ROW_CONTROLS)
+            QCOMPARE(control<QWidget>(window, name, i)->isEnabled(), i == 1);
+    }
+    QVERIFY(!control<QPushButton>(window, "btparametros")->isEnabled());  // its window is not registered
+    QVERIFY(control<QWidget>(window, "shpmarca") && control<QFrame>(window, "Line1"));
+    QVERIFY(w_->mensajes.vistos.empty());
+}
+
+void tst_frmdatos::a_check_box_switches_its_row() {
+    frmdatos* window = w_->datos();
+    auto* check = control<QCheckBox>(window, "Check", 3);
+    for (const bool on : {true, false}) {
+        QTest::mouseClick(check, Qt::LeftButton, {}, QPoint(6, check->height() / 2));
+        QCOMPARE(w_->slot(3).active, on);
+        for (const char* name : ROW_CONTROLS)
+            QCOMPARE(control<QWidget>(window, name, 3)->isEnabled(), on);
+    }
+}
+
+void tst_frmdatos::a_choice_loads_the_row() {
+    w_->row(2, "CO2 ", PENG_ROBINSON, "280", "2");
+    const tavo::EquationSlot& slot = w_->slot(2);
+    QVERIFY(slot.gas_number > 0);
+    QVERIFY(QString::fromStdString(slot.gas.name).startsWith("CO2 "));
+    QCOMPARE(slot.equation, tavo::EquationOfState::PengRobinson);
+    QVERIFY(slot.gas.a > 3.0 && slot.gas.a < 5.0);
+    QVERIFY(slot.gas.b > 0.026 && slot.gas.b < 0.027);
+    // A choice of gas or model does away with coefficients set by hand; a refresh keeps them.
+    w_->slot(2).parameters = true;
+    w_->slot(2).gas.b = 0.5;
+    box(w_->datos(), "txtmol", 2)->setText("3");
+    QCOMPARE(slot.gas.b, 0.5);
+    control<QComboBox>(w_->datos(), "cmbecu", 2)->setCurrentIndex(1);
+    QVERIFY(!slot.parameters);
+    QVERIFY(slot.gas.b < 0.1);
+}
+
+void tst_frmdatos::the_virial_equation_brings_its_notice() {
+    frmdatos* window = w_->datos();
+    control<QComboBox>(window, "cmbecu", 1)->setCurrentIndex(VIRIAL);
+    QCOMPARE(w_->mensajes.vistos.size(), 1U);
+    const Caja& notice = w_->mensajes.vistos.front();
+    QCOMPARE(notice.texto, w_->estado.texto(87) + '\r' + w_->estado.texto(88) + '\r' + w_->estado.texto(89));
+    QCOMPARE(notice.estilo, 64);
+    QVERIFY(notice.titulo.isEmpty());
+    // Not again when the window is opened with such a row.
+    window->close();
+    w_->datos();
+    QCOMPARE(w_->mensajes.vistos.size(), 1U);
+}
+
+void tst_frmdatos::temperatures_are_kept_inside_their_limits_data() {
+    QTest::addColumn<QString>("entered");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<double>("temperature");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("negative") << "-5"
+                              << "0" << 0.0 << "Mínima temperatura = 0";
+    QTest::newRow("greatest") << "1000"
+                              << "1000" << 1000.0 << "";
+    QTest::newRow("above") << "1000.5"
+                           << "1000" << 1000.0 << "Máxima temperatura = 1000";
+    QTest::newRow("empty") << ""
+                           << "" << 0.0 << "";
+    QTest::newRow("plain") << "273.16"
+                           << "273.16" << 273.16 << "";
+}
+
+void tst_frmdatos::temperatures_are_kept_inside_their_limits() {
+    QFETCH(QString, entered);
+    frmdatos* window = w_->datos();
+    QLineEdit* entry = box(window, "txttemp", 1);
+    entry->setText(entered);
+    QTEST(entry->text(), "text");
+    QTEST(w_->slot(1).temperature, "temperature");
+    QTEST(last_message(), "message");
+    if (!w_->mensajes.vistos.empty()) {
+        QCOMPARE(w_->mensajes.vistos.size(), 1U);
+        QCOMPARE(w_->mensajes.vistos.back().estilo, 64);
+        QCOMPARE(entry->selectedText(), entry->text());
+    }
+}
+
+void tst_frmdatos::the_coefficients_follow_the_temperature() {
+    w_->row(1, "CO2 ", PENG_ROBINSON, "260", "1");
+    const double cold = w_->slot(1).gas.a;
+    box(w_->datos(), "txttemp", 1)->setText("340");
+    QVERIFY(w_->slot(1).gas.a < 0.95 * cold);
+}
+
+void tst_frmdatos::amounts_are_kept_inside_their_limits() {
+    frmdatos* window = w_->datos();
+    QLineEdit* entry = box(window, "txtmol", 1);
+    struct Row {
+        const char *entered, *text, *message;
+    };
+    for (const Row& row : {Row{"100", "100", ""}, Row{"150", "100", "Valor máximo: 100"},
+                           Row{"-3", "0", "Debes introducir alguna cantidad de gas"}, Row{"0", "0", ""},
+                           Row{"", "", ""}, Row{"2.5", "2.5", ""}}) {
+        w_->mensajes.vistos.clear();
+        entry->setText(row.entered);
+        QCOMPARE(entry->text(), row.text);
+        QCOMPARE(last_message(), QString::fromUtf8(row.message));
+    }
+    // The limit is that of the unit shown.
+    w_->row(1, "CO2 ", PENG_ROBINSON, "300", "1");
+    window->cambiar_unidad(AmountUnit::Moles, AmountUnit::Grams);
+    w_->estado.set_amount_unit(AmountUnit::Grams);
+    w_->mensajes.vistos.clear();
+    entry->setText("1000");
+    QVERIFY(w_->mensajes.vistos.empty());
+    entry->setText("1000.1");
+    QCOMPARE(entry->text(), "1000");
+    QCOMPARE(last_message(), "Valor máximo: 1000");
+}
+
+void tst_frmdatos::leaving_a_box_without_an_amount_is_answered() {
+    frmdatos* window = w_->datos();
+    window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(window));
+    QLineEdit* entry = box(window, "txtmol", 1);
+    type(entry, "0");
+    QVERIFY(w_->mensajes.vistos.empty());
+    QTest::keyClick(entry, Qt::Key_Tab);
+    QCOMPARE(w_->mensajes.vistos.size(), 1U);
+    QCOMPARE(last_message(), "Debes introducir alguna cantidad de gas");
+    QCOMPARE(entry->selectedText(), "0");
+    type(entry, "2");
+    QTest::keyClick(entry, Qt::Key_Tab);
+    QCOMPARE(w_->mensajes.vistos.size(), 1U);
+}
+
+void tst_frmdatos::the_spin_buttons_step_their_boxes() {
+    frmdatos* window = w_->datos();
+    QLineEdit* amount = box(window, "txtmol", 1);
+    QLineEdit* temperature = box(window, "txttemp", 1);
+    const auto buttons = control<UpDown>(window, "UpDown1", 1)->findChildren<QToolButton*>();
+    QCOMPARE(buttons.size(), 2);
+    QTest::mouseClick(buttons[0], Qt::LeftButton);
+    QCOMPARE(amount->text(), "2.000");
+    QTest::mouseClick(buttons[1], Qt::LeftButton);
+    QTest::mouseClick(buttons[1], Qt::LeftButton);
+    QTest::mouseClick(buttons[1], Qt::LeftButton);
+    QCOMPARE(amount->text(), "0.000");
+    control<UpDown>(window, "UpDown1", 1)->step(500);
+    QCOMPARE(amount->text(), "100.000");
+    QVERIFY(w_->mensajes.vistos.empty());
+    QTest::keyClick(temperature, Qt::Key_Up);
+    QCOMPARE(temperature->text(), "301");
+    QTest::keyClick(temperature, Qt::Key_PageDown);
+    QCOMPARE(temperature->text(), "291");
+    QCOMPARE(w_->slot(1).temperature, 291.0);
+}
+
+void tst_frmdatos::keys_and_pastes_that_are_no_number_are_swallowed() {
+    frmdatos* window = w_->datos();
+    QLineEdit* entry = box(window, "txttemp", 1);
+    entry->clear();
+    type(entry, "-1,2.a5.3e");
+    QCOMPARE(entry->text(), "12.53");
+
+    struct Row {
+        const char *pasted, *text;
+    };
+    for (const Row& row :
+         {Row{" 250.5 ", "250.5"}, Row{"1,5", "12.53"}, Row{"hot", "12.53"}, Row{"-5", "0"}, Row{"12 K", "12.53"}}) {
+        entry->setText("12.53");
+        entry->selectAll();
+        QGuiApplication::clipboard()->setText(row.pasted);
+        QTest::keySequence(entry, QKeySequence::Paste);
+        QCOMPARE(entry->text(), row.text);
+    }
+}
+
+void tst_frmdatos::entering_a_box_selects_its_text() {
+    frmdatos* window = w_->datos();
+    window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(window));
+    for (const char* name : {"txttemp", "txtmol"}) {
+        QLineEdit* entry = box(window, name, 1);
+        QTest::mouseClick(entry, Qt::LeftButton);
+        QCOMPARE(entry->selectedText(), entry->text());
+        QTest::keyClicks(entry, "7");
+        QCOMPARE(entry->text(), "7");
+    }
+}
+
+void tst_frmdatos::the_window_shows_the_slots_again_when_it_is_reopened() {
+    w_->row(1, "CO2 ", PENG_ROBINSON, "280.5", "2.25");
+    w_->row(4, "N2 ", 1, "77", "0.5");
+    w_->datos()->close();
+    QVERIFY(!w_->estado.open_window("frmdatos"));
+    QCOMPARE(w_->slot(1).moles, 2.25);
+    QCOMPARE(w_->slot(1).grams, 2.25 * w_->slot(1).gas.pm);
+    frmdatos* again = w_->datos();
+    QCOMPARE(box(again, "txttemp", 1)->text(), "280.500");
+    QCOMPARE(box(again, "txtmol", 1)->text(), "2.250");
+    QVERIFY(control<QComboBox>(again, "cmbgas", 4)->currentText().startsWith("N2 "));
+    QCOMPARE(control<QComboBox>(again, "cmbecu", 1)->currentIndex(), PENG_ROBINSON);
+    QVERIFY(control<QCheckBox>(again, "Check", 4)->isChecked());
+    QVERIFY(!control<QCheckBox>(again, "Check", 2)->isChecked());
+    QVERIFY(!control<QWidget>(again, "txttemp", 2)->isEnabled());
+    QVERIFY(w_->mensajes.vistos.empty());
+}
+
+void tst_frmdatos::the_unit_of_amounts_changes_back_and_forth() {
+    w_->row(1, "CO2 ", PENG_ROBINSON, "300", "2");
+    w_->row(2, "CO2 ", PENG_ROBINSON, "300", "50");
+    frmdatos* window = w_->datos();
+    const double mass = w_->slot(1).gas.pm;
+    QVERIFY(mass > 44.0 && mass < 44.02);
+    window->cambiar_unidad(AmountUnit::Moles, AmountUnit::Grams);
+    w_->estado.set_amount_unit(AmountUnit::Grams);
+    QCOMPARE(control<QLabel>(window, "Label4")->text(), "Gramos");
+    QCOMPARE(box(window, "txtmol", 1)->text(), QString::number(2.0 * mass, 'f', 3));
+    QCOMPARE(w_->slot(1).grams, 2.0 * mass);
+    QCOMPARE(box(window, "txtmol", 2)->text(), "1000");  // 2200 g are more than a row may hold
+    QCOMPARE(control<UpDown>(window, "UpDown1", 1)->maximum(), 1000.0);
+
+    window->copiar_filas();
+    QCOMPARE(w_->slot(2).moles, 1000.0 / mass);
+    window->close();
+    window = w_->datos();
+    QCOMPARE(control<QLabel>(window, "Label4")->text(), "Gramos");
+    QCOMPARE(box(window, "txtmol", 2)->text(), "1000.000");
+
+    window->cambiar_unidad(AmountUnit::Grams, AmountUnit::Moles);
+    w_->estado.set_amount_unit(AmountUnit::Moles);
+    QCOMPARE(control<QLabel>(window, "Label4")->text(), "Moles");
+    QCOMPARE(box(window, "txtmol", 1)->text(), "2.000");
+    QCOMPARE(control<UpDown>(window, "UpDown1", 1)->maximum(), 100.0);
+    QVERIFY(w_->mensajes.vistos.empty());
+}
+
+void tst_frmdatos::rows_without_a_gas_keep_their_number_in_the_other_unit() {
+    frmdatos* window = w_->datos();
+    box(window, "txtmol", 1)->setText("3.5");
+    window->cambiar_unidad(AmountUnit::Moles, AmountUnit::Grams);
+    w_->estado.set_amount_unit(AmountUnit::Grams);
+    QCOMPARE(box(window, "txtmol", 1)->text(), "3.5");
+    window->copiar_filas();
+    QCOMPARE(w_->slot(1).moles, 0.0);  // no molar mass: not an amount yet
+    window->cambiar_unidad(AmountUnit::Grams, AmountUnit::Moles);
+    w_->estado.set_amount_unit(AmountUnit::Moles);
+    window->copiar_filas();
+    QCOMPARE(box(window, "txtmol", 1)->text(), "3.5");
+    QCOMPARE(w_->slot(1).moles, 3.5);
+}
+
+void tst_frmdatos::starting_afresh_clears_the_rows() {
+    w_->row(1, "CO2 ", PENG_ROBINSON, "280", "2");
+    w_->row(5, "N2 ", 1, "77", "0.5");
+    frmdatos* window = w_->datos();
+    const int colour = w_->slot(5).colour;
+    window->limpiar_filas();
+    for (int i = 1; i <= 5; ++i) {
+        QVERIFY(!w_->slot(i).active);
+        QVERIFY(!control<QCheckBox>(window, "Check", i)->isChecked());
+        QVERIFY(!control<QWidget>(window, "cmbgas", i)->isEnabled());
+        QCOMPARE(control<QComboBox>(window, "cmbgas", i)->currentIndex(), -1);
+        QVERIFY(control<QComboBox>(window, "cmbgas", i)->currentText().isEmpty());
+        QCOMPARE(control<QComboBox>(window, "cmbecu", i)->currentIndex(), 0);
+        QCOMPARE(box(window, "txttemp", i)->text(), "300.000");
+        QCOMPARE(box(window, "txtmol", i)->text(), "1.000");
+    }
+    QCOMPARE(w_->slot(5).colour, colour);
+}
+
+void tst_frmdatos::the_button_shows_the_plot_and_names_the_rows_left_out() {
+    w_->row(1, "CO2 ", PENG_ROBINSON, "280", "1");
+    frmdatos* window = w_->datos();
+    auto* button = control<QPushButton>(window, "btactualiza");
+    QTest::mouseClick(button, Qt::LeftButton);
+    auto* plot = qobject_cast<frmgraficos*>(w_->estado.open_window("frmgraficos"));
+    QVERIFY(plot && plot->isVisible());
+    QVERIFY(w_->mensajes.vistos.empty());
+    QCOMPARE(plot->escena().curves.size(), 1U);
+    QCOMPARE(button->text(), w_->estado.texto(58));
+
+    control<QCheckBox>(window, "Check", 2)->setChecked(true);
+    control<QComboBox>(window, "cmbecu", 2)->setCurrentIndex(1);  // a real gas, none chosen
+    box(window, "txtmol", 1)->setText("0");
+    QTest::mouseClick(button, Qt::LeftButton);
+    QCOMPARE(w_->mensajes.vistos.size(), 1U);
+    QCOMPARE(w_->mensajes.vistos.back().estilo, 64);
+    QVERIFY(last_message().contains("fila 1") && last_message().contains("fila 2"));
+    QVERIFY(plot->escena().curves.empty());
+
+    plot->close();
+    QCOMPARE(button->text(), w_->estado.texto(55));
+}
+
+void tst_frmdatos::a_gas_that_cannot_be_loaded_is_named_and_the_row_stays() {
+    w_ = std::make_unique<VentanasGrafico>(
+        "[general]\r\nn=2\r\n\r\n[G1]\r\nnombre=Malo\r\npm=10\r\ntc=0\r\npc=0\r\nvc=-1\r\nc(1,1)=-1\r\nc(1,2)=-1\r\n"
+        "\r\n[G2]\r\nnombre=Bueno\r\npm=10\r\ntc=300\r\npc=50\r\nvc=-1\r\nc(1,1)=-1\r\nc(1,2)=-1\r\n");
+    w_->row(1, "Malo", 1, "300", "1");
+    QVERIFY(!w_->mensajes.vistos.empty());
+    QVERIFY(last_message().contains("fila 1"));
+    frmdatos* window = w_->datos();
+    QCOMPARE(control<QComboBox>(window, "cmbgas", 1)->currentText(), "Malo");
+    w_->mensajes.vistos.clear();
+    box(window, "txttemp", 1)->setText("310");  // no box with every key
+    QVERIFY(w_->mensajes.vistos.empty());
+    QTest::mouseClick(control<QPushButton>(window, "btactualiza"), Qt::LeftButton);
+    QCOMPARE(w_->mensajes.vistos.size(), 1U);
+    QVERIFY(last_message().contains("fila 1"));
+    control<QComboBox>(window, "cmbgas", 1)->setCurrentIndex(1);
+    w_->mensajes.vistos.clear();
+    QTest::mouseClick(control<QPushButton>(window, "btactualiza"), Qt::LeftButton);
+    QVERIFY(w_->mensajes.vistos.empty());
+}
+
+void tst_frmdatos::a_gas_is_found_by_typing_part_of_its_name() {
+    frmdatos* window = w_->datos();
+    window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(window));
+    auto* gases = control<QComboBox>(window, "cmbgas", 1);
+    // Keys go to the list of proposals as soon as it is there.
+    const auto press = [&](const QString& text, Qt::Key last) {
+        gases->lineEdit()->setFocus(Qt::TabFocusReason);
+        gases->lineEdit()->selectAll();
+        const auto target = [&]() -> QWidget* {
+            QWidget* proposals = QApplication::activePopupWidget();
+            return proposals ? proposals : gases->lineEdit();
+        };
+        for (const QChar c : text)
+            QTest::keyClick(target(), c.toLatin1());
+        QTest::keyClick(target(), last);
+        if (QWidget* proposals = QApplication::activePopupWidget())
+            proposals->hide();
+        control<QCheckBox>(window, "Check", 1)->setFocus(Qt::TabFocusReason);
+    };
+    press("c2h4", Qt::Key_Tab);
+    QVERIFY2(gases->currentText().startsWith("C2H4 ("), qPrintable(gases->currentText()));
+    QCOMPARE(w_->slot(1).gas_number, gases->currentIndex() + 1);
+    const QString chosen = gases->currentText();
+    press("no such gas", Qt::Key_Tab);
+    QCOMPARE(gases->currentText(), chosen);
+    press("(", Qt::Key_Tab);  // many
+    QCOMPARE(gases->currentText(), chosen);
+}
+
+void tst_frmdatos::a_changed_database_keeps_the_chosen_gases() {
+    w_->row(1, "CO2 ", PENG_ROBINSON, "280", "1");
+    frmdatos* window = w_->datos();
+    const int index = control<QComboBox>(window, "cmbgas", 1)->currentIndex();
+    w_->estado.reload_gases();
+    QCOMPARE(control<QComboBox>(window, "cmbgas", 1)->currentIndex(), index);
+    QVERIFY(control<QComboBox>(window, "cmbgas", 1)->currentText().startsWith("CO2 "));
+    QCOMPARE(w_->slot(1).gas_number, index + 1);
+
+    w_->hogar.write("data", "[general]\r\nn=1\r\n\r\n[G1]\r\nnombre=Uno\r\ntc=300\r\npc=50\r\nvc=-1\r\n");
+    w_->estado.reload_gases();
+    QCOMPARE(control<QComboBox>(window, "cmbgas", 1)->currentIndex(), -1);
+    QCOMPARE(w_->slot(1).gas_number, 0);
+}
+
+void tst_frmdatos::the_row_in_use_becomes_the_current_row() {
+    frmdatos* window = w_->datos();
+    window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(window));
+    control<QCheckBox>(window, "Check", 4)->setFocus();
+    QCOMPARE(w_->estado.current_row, 4);
+}
+
+QTEST_MAIN(tst_frmdatos)
+#include "tst_frmdatos.moc"

@@ -1,0 +1,143 @@
+#include "windows/plots/picture_file.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QPageSize>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QSvgGenerator>
+
+#include "core/errors.h"
+#include "core/gas_database.h"
+#include "core/models.h"
+#include "shell/application_state.h"
+#include "windows/plots/pintar.h"
+
+namespace graficos {
+
+namespace {
+
+constexpr double PIXELS_PER_INCH = 96.0;
+constexpr int PDF_RESOLUTION = 1200;
+
+QFont picture_font() {
+    QFont font = QGuiApplication::font();
+    font.setPixelSize(14);
+    return font;
+}
+
+void paint(QPainter& painter, const Picture& picture, QSize size) {
+    painter.setFont(picture_font());
+    pintar(painter, QRectF(QPointF(0, 0), QSizeF(size)), picture.escena, picture.v_title, picture.p_title);
+}
+
+[[noreturn]] void refuse(const QString& file) {
+    throw tavo::Error("picture \"" + file.toStdString() + "\" cannot be written");
+}
+
+void save_png(const Picture& picture, const QString& file, QSize size) {
+    if (!image(picture, size).save(file, "PNG"))
+        refuse(file);
+}
+
+void save_svg(const Picture& picture, const QString& file, QSize size) {
+    QFile output(file);
+    if (!output.open(QIODevice::WriteOnly))
+        refuse(file);
+    QSvgGenerator generator;
+    generator.setOutputDevice(&output);
+    generator.setSize(size);
+    generator.setViewBox(QRect(QPoint(0, 0), size));
+    generator.setResolution(static_cast<int>(PIXELS_PER_INCH));
+    generator.setTitle(picture.title);
+    QPainter painter;
+    if (!painter.begin(&generator))
+        refuse(file);
+    paint(painter, picture, size);
+    if (!painter.end() || !output.flush())
+        refuse(file);
+}
+
+void save_pdf(const Picture& picture, const QString& file, QSize size) {
+    QFile output(file);
+    if (!output.open(QIODevice::WriteOnly))
+        refuse(file);
+    QPdfWriter writer(&output);
+    writer.setResolution(PDF_RESOLUTION);
+    writer.setTitle(picture.title);
+    writer.setCreator(QGuiApplication::applicationDisplayName());
+    const double points = 72.0 / PIXELS_PER_INCH;
+    writer.setPageSize(QPageSize(QSizeF(size) * points, QPageSize::Point, QString(), QPageSize::ExactMatch));
+    writer.setPageMargins(QMarginsF());
+    QPainter painter;
+    if (!painter.begin(&writer))
+        refuse(file);
+    painter.scale(PDF_RESOLUTION / PIXELS_PER_INCH, PDF_RESOLUTION / PIXELS_PER_INCH);
+    paint(painter, picture, size);
+    if (!painter.end() || !output.flush())
+        refuse(file);
+}
+
+}  // namespace
+
+QImage image(const Picture& picture, QSize size, double ratio) {
+    QImage result((QSizeF(size) * ratio).toSize(), QImage::Format_RGB32);
+    result.setDevicePixelRatio(ratio);
+    QPainter painter(&result);
+    paint(painter, picture, size);
+    return result;
+}
+
+void save(const Picture& picture, const QString& file, QSize size) {
+    const auto format = picture_format(file.toStdString());
+    if (!format)
+        throw tavo::InvalidArgument("picture \"" + file.toStdString() + "\" does not end in .png, .svg or .pdf");
+    switch (*format) {
+        case PictureFormat::Png:
+            return save_png(picture, file, size);
+        case PictureFormat::Svg:
+            return save_svg(picture, file, size);
+        case PictureFormat::Pdf:
+            return save_pdf(picture, file, size);
+    }
+}
+
+std::vector<std::string> model_captions(const ApplicationState& estado) {
+    std::vector<std::string> captions;
+    for (const tavo::Model& model : tavo::models())
+        captions.push_back(model.caption.empty() ? estado.texto(model.caption_string).toStdString()
+                                                 : std::string(model.caption));
+    return captions;
+}
+
+std::array<std::string, 5> descriptions(ApplicationState& estado) {
+    const auto captions = model_captions(estado);
+    std::array<std::string, 5> result;
+    for (std::size_t i = 0; i < result.size(); ++i) {
+        const tavo::EquationSlot& slot = estado.slot_table()[static_cast<int>(i) + 1];
+        const auto model = static_cast<std::size_t>(slot.equation);
+        result[i] = describe(slot, model < captions.size() ? captions[model] : std::string());
+    }
+    return result;
+}
+
+void draw(const PlotArguments& arguments, ApplicationState& estado) {
+    const tavo::confreg::Text& data = estado.data();
+    const auto names = tavo::Global::gas_names(data, tavo::Global::gas_count(data));
+    const PlotRequest request = parse_plot_request(arguments, names, model_captions(estado));
+    tavo::SlotTable& table = estado.slot_table();
+    fill_slots(request, table);
+    for (int i = 1; i <= static_cast<int>(request.rows.size()); ++i)
+        tavo::Global::load_slot(data, table[i], true);
+
+    const PlotRange range = range_of(request, table);
+    if (const RangeFault fault = check(range); fault != RangeFault::None)
+        throw tavo::InvalidArgument(estado.texto(static_cast<int>(fault)).toStdString());
+    const QString v_title = estado.texto(408, QStringLiteral("V (l)"));
+    const QString p_title = estado.texto(409, QStringLiteral("P (atm.)"));
+    save({scene(table, range, descriptions(estado)), v_title, p_title, QStringLiteral("TAVO-GAS")},
+         QString::fromStdString(request.file), {request.width, request.height});
+}
+
+}  // namespace graficos
