@@ -16,7 +16,14 @@ struct CommandLine {
         QString text;
         int status;
     };
+    /// A plot to draw into a file instead of opening windows: the words as they stand.
+    struct Plot {
+        QString file;
+        QStringList rows;
+        std::optional<QString> range, size;
+    };
     std::optional<Answer> answer;
+    std::optional<Plot> plot;
     std::optional<QString> home;
     bool splash = true;
     Paleta paleta = Paleta::Desktop;

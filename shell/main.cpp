@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <optional>
 
+#include "controls/elegir_archivo.h"
 #include "controls/iconos.h"
 #include "core/program_folder.h"
 #include "shell/aplicacion.h"
@@ -18,6 +19,10 @@
 #include "shell/mensajes_qt.h"
 #include "shell/paletas.h"
 #include "tavo_version.h"
+#include "windows/plots/frmdatos.h"
+#include "windows/plots/frmescala.h"
+#include "windows/plots/frmgraficos.h"
+#include "windows/plots/picture_file.h"
 
 namespace {
 
@@ -47,14 +52,41 @@ void set_palette(Paleta paleta) {
     QApplication::setPalette(paleta == Paleta::Dark ? paleta_oscura() : paleta_clara());
 }
 
+void print_error(const std::exception& error) {
+    print(stderr, QStringLiteral("tavo-gas: %1\n").arg(QString::fromUtf8(error.what())));
+}
+
 /// What ends the program: on standard error for whoever started it, in a box for whoever sits before it.
 void report_fatal(const std::exception& error, const ApplicationState& estado, Mensajes& mensajes) {
-    print(stderr, QStringLiteral("tavo-gas: %1\n").arg(QString::fromUtf8(error.what())));
+    print_error(error);
     mensajes.mostrar(mensaje_de_error(error, estado), 16, {});
 }
 
 /// The one list of the program's windows.
-void register_windows(ApplicationState&, Mensajes&) {}
+void register_windows(ApplicationState& estado, Mensajes& mensajes, ElegirArchivo& archivos) {
+    estado.register_window(QStringLiteral("frmdatos"), [&] { return new frmdatos(estado, mensajes); });
+    estado.register_window(QStringLiteral("frmgraficos"), [&] { return new frmgraficos(estado, mensajes, archivos); });
+    estado.register_window(QStringLiteral("frmescala"), [&] { return new frmescala(estado, mensajes); });
+}
+
+/// Draws the plot that the words ask for; what is wrong with them goes to standard error.
+int draw_plot(const std::filesystem::path& folder, const CommandLine::Plot& order) {
+    const auto text = [](const std::optional<QString>& word) {
+        return word ? std::optional(word->toStdString()) : std::nullopt;
+    };
+    graficos::PlotArguments arguments{order.file.toStdString(), {}, text(order.range), text(order.size)};
+    for (const QString& row : order.rows)
+        arguments.rows.push_back(row.toStdString());
+    try {
+        ApplicationState estado(folder);
+        estado.load_languages();
+        graficos::draw(arguments, estado);
+        return 0;
+    } catch (const std::exception& error) {
+        print_error(error);
+        return 1;
+    }
+}
 
 /// Empty, and the user knows why, where there is none.
 std::optional<std::filesystem::path> find_program_folder(const char* argv0, const CommandLine& order,
@@ -65,7 +97,10 @@ std::optional<std::filesystem::path> find_program_folder(const char* argv0, cons
     try {
         return tavo::program_folder(tavo::places(argv0, home));
     } catch (const std::exception& error) {
-        report_fatal(error, ApplicationState({}), mensajes);
+        if (order.plot)  // nobody sits before it
+            print_error(error);
+        else
+            report_fatal(error, ApplicationState({}), mensajes);
         return std::nullopt;
     }
 }
@@ -75,7 +110,8 @@ int run(Aplicacion& application, const std::filesystem::path& folder, const Comm
     application.al_fallar = [&](const std::exception& error) {
         mensajes.mostrar(mensaje_de_error(error, estado), 16, {});
     };
-    register_windows(estado, mensajes);
+    ElegirArchivoQt archivos;
+    register_windows(estado, mensajes, archivos);
     Inicio inicio(estado, mensajes);
     QObject::connect(&inicio, &Inicio::fallido, &application, [&](const std::exception_ptr& error) {
         try {
@@ -100,6 +136,8 @@ int main(int argc, char** argv) {
     const CommandLine order = parse_command_line(words(argc, argv));
     if (order.answer)
         return print_answer(argc, argv);
+    if (order.plot)
+        qputenv("QT_QPA_PLATFORM", "offscreen");  // needs no display
     Aplicacion application(argc, argv);
     std::setlocale(LC_NUMERIC, "C");
     QApplication::setApplicationName(QStringLiteral("tavo-gas"));
@@ -109,5 +147,7 @@ int main(int argc, char** argv) {
     set_palette(order.paleta);
     MensajesQt mensajes;
     const auto folder = find_program_folder(argv[0], order, mensajes);
+    if (folder && order.plot)
+        return draw_plot(*folder, *order.plot);
     return folder ? run(application, *folder, order, mensajes) : 1;
 }
