@@ -69,8 +69,6 @@ constexpr std::array DIETERICI_HALF{3.464101615, -1.657825, -0.3975325, 0.918632
 constexpr std::array DIETERICI_MIDDLE{0.0, -0.80342, -0.4651139, -0.7051852, 1.261618, -1.627292, 0.406579};
 constexpr std::array SADUS_HALF{3.901556048, -2.615348, -0.5063616, 0.1215442, 2.290906, -2.830392, 1.108271};
 constexpr std::array SADUS_MIDDLE{0.48050923976, -0.8515087, -1.198988, -0.3898775, 3.356961, -3.755706, 0.97573};
-constexpr std::array VIRIAL_HALF{2.462674466, -0.4499374, 1.152882, -5.281502, 17.09675, -21.14269, 12.99128};
-constexpr std::array VIRIAL_MIDDLE{0.913098964067, 0.6302583, 1.163927, -5.059915, 16.7685, -21.73938, 14.0198};
 constexpr std::array<std::array<double, 5>, 3> POWER_HALF{{
     {1.0, -0.461543, -0.761376, 1.3586, -0.618817},
     {0.0, 0.000435144, 0.707198, -1.40072, 0.748484},
@@ -84,7 +82,6 @@ constexpr std::array<std::array<double, 5>, 3> POWER_MIDDLE{{
 
 constexpr Family DIETERICI_FAMILY{4.0, 2.0, DIETERICI_HALF, DIETERICI_MIDDLE};
 constexpr Family SADUS_FAMILY{8.373028781932307, 2.616897581113762, SADUS_HALF, SADUS_MIDDLE};
-constexpr Family VIRIAL_FAMILY{3.1699840359553595, 2.4920333011718165, VIRIAL_HALF, VIRIAL_MIDDLE};
 
 constexpr double SQRT2 = std::numbers::sqrt2;
 
@@ -538,25 +535,38 @@ Imbalance VirialLoop::imbalance(const Pair& pair) const {
     return i;
 }
 
+// In units of the middle density and of A: 3 C + 8 D = A (1 + cold) and B = -(3 C + 6 D), with cold = 0 at the critical
+// point; quartic is the part of D in the sum. Eliminating B from the two conditions of `imbalance` leaves
+//   C w^2 + (8/3) D w^3 cosh z = A (z coth z - 1) / sinh^2 z.
 std::optional<Pair> VirialLoop::estimate() const {
-    // The family of the automatic coefficients A = 1, C = u^2, D = u^3, in units of u.
-    const double u = std::cbrt(d_);
-    if (!(std::abs(a_ - 1.0) < 1e-6 && u > 0.0 && std::abs(c_ - u * u) < 1e-6 * u * u)) {
+    const double c = c_ / a_;
+    const double d = d_ / a_;
+    const double cold = 3.0 * c + 8.0 * d - 1.0;
+    const double quartic = 8.0 * d / (1.0 + cold);
+    if (!(a_ > 0.0 && cold > 0.0)) {
         return std::nullopt;
     }
-    const double alpha = 1.0 - b_ / u;
-    auto pair = fitted(VIRIAL_FAMILY, alpha);
-    if (!pair) {
-        // Cold: the liquid has zero pressure, 1 + (1 - alpha) r + r^2 + r^3 = 0, and the gas is ideal.
-        double r = std::sqrt(alpha);
-        for (int i = 0; i < 4; ++i) {
-            r -= (1.0 + r * (1.0 - alpha + r * (1.0 + r))) / (1.0 - alpha + r * (2.0 + 3.0 * r));
+    if (cold > 2.5) {
+        // The liquid has zero pressure, 1 + B r + C r^2 + D r^3 = 0, and the gas is ideal.
+        const double b = b_ / a_;
+        double r = 3.0;
+        for (int i = 0; i < 5; ++i) {
+            r -= (1.0 + r * (b + r * (c + r * d))) / (b + r * (2.0 * c + r * 3.0 * d));
         }
-        const double two_halves = 1.0 - r * (1.0 - alpha + r * (0.5 + r / 3.0));
-        pair = Pair{0.5 * two_halves - std::log(r), 0.5 * two_halves};
+        const double two_halves = 1.0 - r * (b + r * (c / 2.0 + r * d / 3.0));
+        return Pair{0.5 * two_halves - std::log(r), 0.5 * two_halves};
     }
-    pair->middle += std::log(u);
-    return pair;
+    // Exact to first order in cold, then fitted to solutions with 0 <= quartic <= 1.
+    const double bend = 0.055 + quartic * (0.007 + 0.064 * quartic) + cold * (0.02 - 0.016 * quartic);
+    const double z = std::sqrt(6.0 * cold / (2.0 + quartic) * (1.0 + cold * bend));
+    const double s = std::sinh(z);
+    const double right = z < 0.01 ? (1.0 - 0.4 * z * z) / 3.0 : (z / std::tanh(z) - 1.0) / (s * s);
+    const double cubic = 8.0 / 3.0 * d * std::cosh(z);
+    double w = std::sqrt(3.0 * right / (1.0 + cold));
+    for (int i = 0; i < 4; ++i) {
+        w -= (w * w * (c + cubic * w) - right) / (w * (2.0 * c + 3.0 * cubic * w));
+    }
+    return Pair{-std::log(w), z};
 }
 
 }  // namespace tavo::calcnum

@@ -11,7 +11,7 @@
 namespace tavo::calcnum {
 
 /// Critical point of a one-parameter family, and polynomials in s = 1 - alpha_c/alpha that estimate coexistence for
-/// s <= 0.74: half = sqrt(s)/(1 - s) half_fit(s), middle = middle_fit(s)/(1 - s), within 1e-4 (virial model 1e-3). They
+/// s <= 0.74: half = sqrt(s)/(1 - s) half_fit(s), middle = middle_fit(s)/(1 - s), within 1e-4. They
 /// were fitted to 30-digit solutions; Newton's method makes the result independent of them.
 struct Family {
     double critical_attraction;
