@@ -1,5 +1,6 @@
 #include "core/loops.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
@@ -271,15 +272,22 @@ constexpr std::array<Node, 8> GAUSS{{
     {0.989400934991649933, 0.0271524594117540949},
 }};
 
-/// Integral of f from low to high by `panels` panels of the Gauss rule.
+/// Integral of f(t, exp(t)) from low to high by `panels` panels of the Gauss rule. The exponentials of the nodes are
+/// shared by both sides of a panel and by all panels.
 template <class Function>
 double gauss(double low, double high, int panels, const Function& f) {
     const double half = 0.5 * (high - low) / panels;
+    std::array<double, GAUSS.size()> stretch;
+    std::transform(GAUSS.begin(), GAUSS.end(), stretch.begin(),
+                   [half](const Node& node) { return std::exp(half * node.x); });
     double sum = 0.0;
-    for (int i = 0; i < panels; ++i) {
-        const double middle = low + (2 * i + 1) * half;
-        for (const Node& node : GAUSS) {
-            sum += node.weight * (f(middle - half * node.x) + f(middle + half * node.x));
+    for (int panel = 0; panel < panels; ++panel) {
+        const double middle = low + (2 * panel + 1) * half;
+        const double centre = std::exp(middle);
+        for (std::size_t i = 0; i < GAUSS.size(); ++i) {
+            const double offset = half * GAUSS[i].x;
+            sum +=
+                GAUSS[i].weight * (f(middle - offset, centre / stretch[i]) + f(middle + offset, centre * stretch[i]));
         }
     }
     return half * sum;
@@ -290,15 +298,15 @@ constexpr double PANEL_LENGTH = 2.5;
 constexpr double NEGLIGIBLE = 45.0;
 
 /// The equal-area pressure of a loop p = f(v) exp(-alpha/v), relative to the gas, as ln(P*/pg).
-/// `weight` is p(v) (v - 1), so that its integral over t is that of p over v; `excess` is p(v)/pg - 1 without
-/// cancellation.
+/// Of t and v - 1: `weight` is p (v - 1), up to a factor, whose integral over t is that of p over v; `excess` is
+/// p/pg - 1 without cancellation.
 template <class Weight, class Excess>
 double equal_area_level(const Pair& pair, double alpha, const Weight& weight, const Excess& excess) {
     const double liquid = pair.liquid();
     const double gas = pair.gas();
     if (pair.half < FAR_APART) {
         const double difference = 2.0 * std::exp(pair.middle) * std::sinh(pair.half);
-        const double area = gauss(liquid, gas, 1, [&](double t) { return excess(t) * std::exp(t); });
+        const double area = gauss(liquid, gas, 1, [&](double t, double x) { return excess(t, x) * x; });
         return std::log1p(area / difference);
     }
     // Where alpha (u - ug) exceeds the negligible exponent, nothing is added: u < ug + NEGLIGIBLE / alpha.
@@ -309,7 +317,7 @@ double equal_area_level(const Pair& pair, double alpha, const Weight& weight, co
         const double end = std::min(begin, liquid + 0.25 * NEGLIGIBLE);
         area += gauss(liquid, end, 1 + static_cast<int>((end - liquid) / PANEL_LENGTH), weight);
     }
-    return std::log(area / (weight(gas) * -std::expm1(-2.0 * pair.half)));
+    return std::log(area / (weight(gas, std::exp(gas)) * -std::expm1(-2.0 * pair.half)));
 }
 
 /// Gas of a cold loop with exponential attraction: the whole area is the gas's own, alpha/vg tends to the root of
@@ -354,9 +362,9 @@ Imbalance DietericiLoop::imbalance(const Pair& pair) const {
     i.gas_difference = alpha_ * fall - 2.0 * pair.half;
     i.liquid_slope = alpha_ * ul * (x * ul) - 1.0;
     i.gas_slope = alpha_ * ug * (y * ug) - 1.0;
-    const auto weight = [this, ug](double t) { return std::exp(-alpha_ * (1.0 / (1.0 + std::exp(t)) - ug)); };
-    const auto excess = [this, ug, y, gas = pair.gas()](double t) {
-        const double u = 1.0 / (1.0 + std::exp(t));
+    const auto weight = [this, ug](double, double v1) { return std::exp(-alpha_ * (1.0 / (1.0 + v1) - ug)); };
+    const auto excess = [this, ug, y, gas = pair.gas()](double t, double v1) {
+        const double u = 1.0 / (1.0 + v1);
         return std::expm1((gas - t) + alpha_ * y * std::expm1(t - gas) * u * ug);
     };
     i.gas_excess = equal_area_level(pair, alpha_, weight, excess);
@@ -422,14 +430,13 @@ Imbalance DietericiSadusLoop::imbalance(const Pair& pair) const {
     };
     i.liquid_slope = slope_at(x, ul, ql);
     i.gas_slope = slope_at(y, ug, qg);
-    const auto weight = [this, ug](double t) {
-        const double v1 = std::exp(t);
+    const auto weight = [this, ug](double, double v1) {
         const double v = 1.0 + v1;
         const double u = 1.0 / v;
         return std::exp(-alpha_ * (u - ug)) * hard_sphere(u) * (v / v1) * (v / v1);
     };
-    const auto excess = [this, ug, qg, y, gas = pair.gas()](double t) {
-        const double u = 1.0 / (1.0 + std::exp(t));
+    const auto excess = [this, ug, qg, y, gas = pair.gas()](double t, double v1) {
+        const double u = 1.0 / (1.0 + v1);
         const double denser = -y * std::expm1(t - gas) * u * ug;  // u - ug
         const double a = std::expm1(3.0 * (gas - t) - alpha_ * denser);
         const double b = denser * (1.0 + (u + ug) - (u * u + u * ug + ug * ug)) / qg;
