@@ -26,12 +26,20 @@ inline constexpr double LIMIT = 708.0;
 /// Smallest reduced pressure that is told from 0.
 inline constexpr double SMALLEST = 1e-307;
 
-/// Liquid at t = middle - half, gas at t = middle + half. Near the critical point half keeps its own full precision.
+/// Two states by their t. Half their distance is kept as a number of its own: near the critical point it has full
+/// precision, where the difference of the states has not; far from it the states have, where their sum has not.
 struct Pair {
-    double middle, half;
+    double liquid, gas, half;
 
-    double liquid() const { return middle - half; }
-    double gas() const { return middle + half; }
+    static Pair of(double liquid, double gas) { return {liquid, gas, 0.5 * (gas - liquid)}; }
+    static Pair around(double middle, double half) { return {middle - half, middle + half, half}; }
+
+    double middle() const { return 0.5 * (liquid + gas); }
+    void move(double liquid_step, double gas_step) {
+        liquid += liquid_step;
+        gas += gas_step;
+        half += 0.5 * (gas_step - liquid_step);
+    }
 };
 
 /// How far a pair is from coexistence, all differences free of cancellation:
@@ -122,14 +130,8 @@ std::optional<double> branch_root(const Loop& loop, double target, double spinod
     return t;
 }
 
-/// One Newton step: both states move along their tangents to the equal-area pressure.
-inline Pair newton_step(const Imbalance& i) {
-    const double gas = i.gas_excess / i.gas_slope;
-    const double liquid = (i.gas_excess + i.gas_difference) / i.liquid_slope;
-    return {0.5 * (gas + liquid), 0.5 * (gas - liquid)};
-}
-
-/// Newton's method from `start`; empty when it leaves the region of two stable states or does not settle.
+/// Newton's method from a pair: both states move along their tangents to the equal-area pressure. Empty when it leaves
+/// the region of two stable states or does not settle.
 template <class Loop>
 std::optional<Pair> newton(const Loop& loop, Pair pair) {
     constexpr int MAX_STEPS = 12;
@@ -139,16 +141,16 @@ std::optional<Pair> newton(const Loop& loop, Pair pair) {
         if (!(imbalance.liquid_slope < 0.0 && imbalance.gas_slope < 0.0)) {
             return std::nullopt;
         }
-        const Pair step = newton_step(imbalance);
-        pair.middle += step.middle;
-        pair.half += step.half;
-        if (!(pair.liquid() < inside && pair.gas() > inside && pair.gas() < LIMIT)) {
+        const double gas_step = imbalance.gas_excess / imbalance.gas_slope;
+        const double liquid_step = (imbalance.gas_excess + imbalance.gas_difference) / imbalance.liquid_slope;
+        pair.move(liquid_step, gas_step);
+        if (!(pair.liquid < inside && pair.gas > inside && pair.gas < LIMIT)) {
             return std::nullopt;
         }
         // Convergence is quadratic: what remains after a step of 1e-8 is below the rounding. Near the critical point
-        // the rounding itself moves half by eps / half^2.
+        // the rounding itself moves half by eps / half^2, far from it a liquid by eps |t|.
         const double settled = std::max(1e-8 * std::min(1.0, pair.half), 4e-15 / pair.half);
-        if (std::abs(step.middle) + std::abs(step.half) < settled) {
+        if (std::abs(gas_step) < settled && std::abs(liquid_step) < std::max(settled, 1e-14 * std::abs(pair.liquid))) {
             return pair;
         }
     }
@@ -177,13 +179,14 @@ std::optional<Pair> bracketed(const Loop& loop) {
         } else if (!gas) {  // the gas branch ends above it
             low = level;
         } else {
-            const Pair pair{0.5 * (*liquid + *gas), 0.5 * (*gas - *liquid)};
+            const Pair pair = Pair::of(*liquid, *gas);
             const double excess = loop.imbalance(pair).gas_excess;
             if (std::abs(excess) <= 1e-13 * (Loop::LOGARITHMIC ? 1.0 : level)) {
                 return pair;
             }
             (excess > 0.0 ? low : high) = level;
-            level += excess;
+            // A step in ln p: one suffices where the gas is ideal.
+            level = Loop::LOGARITHMIC ? level + excess : level * std::exp(excess / level);
         }
         if (!(level > low && level < high)) {
             const bool decades = !Loop::LOGARITHMIC && high > 4.0 * low;

@@ -44,19 +44,18 @@ std::optional<Pair> fitted(const Family& family, double alpha) {
     if (!(cold <= COLDEST_FITTED)) {
         return std::nullopt;
     }
-    return Pair{polynomial(family.middle_fit, cold) / warm, std::sqrt(cold) * polynomial(family.half_fit, cold) / warm};
+    return Pair::around(polynomial(family.middle_fit, cold) / warm,
+                        std::sqrt(cold) * polynomial(family.half_fit, cold) / warm);
 }
 
 /// Everything that follows from a pair around the co-volume 1: x = vl - 1, y = vg - 1, difference = vg - vl.
 struct Volumes {
     double x, y, difference;
 
-    explicit Volumes(const Pair& pair) {
-        const double middle = std::exp(pair.middle);
-        const double ratio = std::exp(pair.half);
-        x = middle / ratio;
-        y = middle * ratio;
-        difference = pair.half < FAR_APART ? 2.0 * middle * pair.half * (1.0 + sinhc_excess(pair.half)) : y - x;
+    explicit Volumes(const Pair& pair) : x(std::exp(pair.liquid)), y(std::exp(pair.gas)), difference(y - x) {
+        if (pair.half < FAR_APART) {
+            difference = 2.0 * std::sqrt(x * y) * pair.half * (1.0 + sinhc_excess(pair.half));
+        }
     }
 };
 
@@ -168,7 +167,7 @@ std::optional<Pair> CubicLoop::estimate() const {
     const double spread = k_.d2 - k_.d1;
     const double integral = spread > 0.0 ? std::log1p(spread / (x + e1)) / spread : 1.0 / (x + e1);
     const double two_halves = alpha_ * integral + 1.0;
-    return Pair{std::log(x) + 0.5 * two_halves, 0.5 * two_halves};
+    return Pair::of(std::log(x), std::log(x) + two_halves);
 }
 
 // Free exponent --------------------------------------------------------------------------------------------------
@@ -241,8 +240,8 @@ std::optional<Pair> PowerLoop::estimate() const {
         const auto blend = [k, cold](const std::array<std::array<double, 5>, 3>& fit) {
             return polynomial(fit[0], cold) + k * (polynomial(fit[1], cold) + k * polynomial(fit[2], cold));
         };
-        return Pair{std::log(2.0 * k) + blend(POWER_MIDDLE) / warm,
-                    std::sqrt((3.0 + 6.0 * k) * cold) * blend(POWER_HALF) / warm};
+        return Pair::around(std::log(2.0 * k) + blend(POWER_MIDDLE) / warm,
+                            std::sqrt((3.0 + 6.0 * k) * cold) * blend(POWER_HALF) / warm);
     }
     // Cold: the liquid has zero pressure, alpha x = (1 + x)^mu, and the gas is ideal.
     double x = 0.0;
@@ -250,7 +249,7 @@ std::optional<Pair> PowerLoop::estimate() const {
         x = std::exp(mu_ * std::log1p(x)) / alpha_;
     }
     const double two_halves = 1.0 + (1.0 + x) * k / x;
-    return Pair{std::log(x) + 0.5 * two_halves, 0.5 * two_halves};
+    return Pair::of(std::log(x), std::log(x) + two_halves);
 }
 
 // Exponential attraction -----------------------------------------------------------------------------------------
@@ -302,10 +301,10 @@ constexpr double NEGLIGIBLE = 45.0;
 /// p/pg - 1 without cancellation.
 template <class Weight, class Excess>
 double equal_area_level(const Pair& pair, double alpha, const Weight& weight, const Excess& excess) {
-    const double liquid = pair.liquid();
-    const double gas = pair.gas();
+    const double liquid = pair.liquid;
+    const double gas = pair.gas;
     if (pair.half < FAR_APART) {
-        const double difference = 2.0 * std::exp(pair.middle) * std::sinh(pair.half);
+        const double difference = 2.0 * std::exp(pair.middle()) * std::sinh(pair.half);
         const double area = gauss(liquid, gas, 1, [&](double t, double x) { return excess(t, x) * x; });
         return std::log1p(area / difference);
     }
@@ -351,19 +350,16 @@ double DietericiLoop::pressure(double t) const {
 }
 
 Imbalance DietericiLoop::imbalance(const Pair& pair) const {
-    const double x = std::exp(pair.liquid());
-    const double y = std::exp(pair.gas());
+    const auto [x, y, difference] = Volumes(pair);
     const double ul = 1.0 / (1.0 + x);
     const double ug = 1.0 / (1.0 + y);
-    const double fall = pair.half < FAR_APART
-                            ? 2.0 * std::exp(pair.middle) * pair.half * (1.0 + sinhc_excess(pair.half)) * ul * ug
-                            : ul - ug;
+    const double fall = difference * ul * ug;
     Imbalance i{};
     i.gas_difference = alpha_ * fall - 2.0 * pair.half;
     i.liquid_slope = alpha_ * ul * (x * ul) - 1.0;
     i.gas_slope = alpha_ * ug * (y * ug) - 1.0;
     const auto weight = [this, ug](double, double v1) { return std::exp(-alpha_ * (1.0 / (1.0 + v1) - ug)); };
-    const auto excess = [this, ug, y, gas = pair.gas()](double t, double v1) {
+    const auto excess = [this, ug, y, gas = pair.gas](double t, double v1) {
         const double u = 1.0 / (1.0 + v1);
         return std::expm1((gas - t) + alpha_ * y * std::expm1(t - gas) * u * ug);
     };
@@ -378,7 +374,7 @@ std::optional<Pair> DietericiLoop::estimate() const {
     const double gas = cold_gas(alpha_, 0.77, 4.9);
     const double rough = gas + alpha_ / (1.0 + std::exp(gas)) - alpha_;  // ln p is the same for both
     const double liquid = rough + alpha_ * std::exp(rough);
-    return Pair{0.5 * (gas + liquid), 0.5 * (gas - liquid)};
+    return Pair::of(liquid, gas);
 }
 
 bool DietericiSadusLoop::rises() const {
@@ -413,14 +409,11 @@ double DietericiSadusLoop::pressure(double t) const {
 }
 
 Imbalance DietericiSadusLoop::imbalance(const Pair& pair) const {
-    const double x = std::exp(pair.liquid());
-    const double y = std::exp(pair.gas());
+    const auto [x, y, difference] = Volumes(pair);
     const double ul = 1.0 / (1.0 + x);
     const double ug = 1.0 / (1.0 + y);
     const double ql = hard_sphere(ul);
     const double qg = hard_sphere(ug);
-    const double difference =
-        pair.half < FAR_APART ? 2.0 * std::exp(pair.middle) * pair.half * (1.0 + sinhc_excess(pair.half)) : y - x;
     const double fall = difference * ul * ug;
     const double numerator = -fall * (1.0 + (ul + ug) - (ul * ul + ul * ug + ug * ug)) / ql;
     Imbalance i{};
@@ -435,7 +428,7 @@ Imbalance DietericiSadusLoop::imbalance(const Pair& pair) const {
         const double u = 1.0 / v;
         return std::exp(-alpha_ * (u - ug)) * hard_sphere(u) * (v / v1) * (v / v1);
     };
-    const auto excess = [this, ug, qg, y, gas = pair.gas()](double t, double v1) {
+    const auto excess = [this, ug, qg, y, gas = pair.gas](double t, double v1) {
         const double u = 1.0 / (1.0 + v1);
         const double denser = -y * std::expm1(t - gas) * u * ug;  // u - ug
         const double a = std::expm1(3.0 * (gas - t) - alpha_ * denser);
@@ -454,7 +447,7 @@ std::optional<Pair> DietericiSadusLoop::estimate() const {
     const double gas = cold_gas(alpha_, 2.07, 29.2);
     const double rough = (std::numbers::ln2 - alpha_ - level(gas)) / 3.0;
     const double liquid = rough + alpha_ * std::exp(rough) / 3.0;
-    return Pair{0.5 * (gas + liquid), 0.5 * (gas - liquid)};
+    return Pair::of(liquid, gas);
 }
 
 // Virial ---------------------------------------------------------------------------------------------------------
@@ -516,7 +509,7 @@ double VirialLoop::slope(double t) const {
 //   area - (vg - vl)(pl + pg)/2 = -2 (A (s c - z) + s^3 (2 B w + 4 C w^2 c + D w^3 (8 s^2 + 20/3)))
 Imbalance VirialLoop::imbalance(const Pair& pair) const {
     const double z = pair.half;
-    const double w = std::exp(-pair.middle);
+    const double w = std::exp(-pair.middle());
     const double ratio = std::exp(z);
     const double liquid = w * ratio;
     const double gas = w / ratio;
@@ -561,7 +554,7 @@ std::optional<Pair> VirialLoop::estimate() const {
             r -= (1.0 + r * (b + r * (c + r * d))) / (b + r * (2.0 * c + r * 3.0 * d));
         }
         const double two_halves = 1.0 - r * (b + r * (c / 2.0 + r * d / 3.0));
-        return Pair{0.5 * two_halves - std::log(r), 0.5 * two_halves};
+        return Pair::of(-std::log(r), two_halves - std::log(r));
     }
     // Exact to first order in cold, then fitted to solutions with 0 <= quartic <= 1.
     const double bend = 0.055 + quartic * (0.007 + 0.064 * quartic) + cold * (0.02 - 0.016 * quartic);
@@ -573,7 +566,7 @@ std::optional<Pair> VirialLoop::estimate() const {
     for (int i = 0; i < 4; ++i) {
         w -= (w * w * (c + cubic * w) - right) / (w * (2.0 * c + 3.0 * cubic * w));
     }
-    return Pair{-std::log(w), z};
+    return Pair::around(-std::log(w), z);
 }
 
 }  // namespace tavo::calcnum

@@ -87,8 +87,8 @@ std::optional<Saturation> saturation(const EquationSlot& slot, double t) {
         if (!pair) {
             return std::nullopt;
         }
-        const Saturation s{loop.pressure(pair->gas()) * (R * t / unit), molar_volume<Loop>(unit, pair->liquid()),
-                           molar_volume<Loop>(unit, pair->gas())};
+        const Saturation s{loop.pressure(pair->gas) * (R * t / unit), molar_volume<Loop>(unit, pair->liquid),
+                           molar_volume<Loop>(unit, pair->gas)};
         if (!(s.pv >= std::numeric_limits<double>::min()) || !std::isfinite(s.pv) || !std::isfinite(s.vg) ||
             !(s.vl > 0.0)) {
             return std::nullopt;
