@@ -12,6 +12,7 @@ ListaGases::ListaGases(QAbstractItemModel* names, QWidget* padre) : QComboBox(pa
     setMaxVisibleItems(15);
     auto* list = new QListView(this);
     list->setUniformItemSizes(true);
+    list->setMinimumWidth(fontMetrics().averageCharWidth() * 40);  // whole names, though the list is narrow
     setView(list);
     setEditable(true);
     setInsertPolicy(QComboBox::NoInsert);

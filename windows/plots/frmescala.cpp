@@ -38,6 +38,7 @@ void frmescala::crear() {
         label->setObjectName(QStringLiteral("Label%1").arg(i));
         txtmm[i] = new EntradaNumerica(this);
         txtmm[i]->setObjectName(QStringLiteral("txtmm(%1)").arg(i));
+        txtmm[i]->setMinimumWidth(txtmm[i]->fontMetrics().horizontalAdvance(QString(20, QLatin1Char('0'))));
         label->setBuddy(txtmm[i]);
         return label;
     };
@@ -97,6 +98,7 @@ void frmescala::Form_Load() {
     txtmm[2]->setText(text(range.vmax));
     txtmm[3]->setText(text(range.pmin));
     txtmm[4]->setText(text(range.pmax));
+    txtmm[1]->selectAll();  // it gets the focus with the window
     if (PlotView* plot = estado_.plot())
         plot->habilitar(false);
     chky->setChecked(true);

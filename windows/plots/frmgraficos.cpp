@@ -98,7 +98,7 @@ bool SuperficieGrafico::event(QEvent* event) {
 frmgraficos::frmgraficos(ApplicationState& estado, Mensajes& mensajes, ElegirArchivo& archivos, QWidget* padre)
     : QWidget(padre), estado_(estado), mensajes_(mensajes), archivos_(archivos) {
     setObjectName(QStringLiteral("frmgraficos"));
-    setMinimumSize(360, 280);
+    setMinimumSize(300, 180);
     crear_herramientas();
     crear_hoja();
     Form_Load();
@@ -338,7 +338,10 @@ void frmgraficos::pintar_encima(QPainter& painter) {
         painter.drawLine(QPointF(at.x(), 0.0), QPointF(at.x(), pctgrafico->height()));
     }
     if (arrastre_) {
-        painter.setPen(QPen(graficos::palette_colour(ZOOM_COLOUR), 1.0, Qt::DotLine));
+        QColor shade = graficos::palette_colour(ZOOM_COLOUR);
+        painter.setPen(QPen(shade, 1.0, Qt::DotLine));
+        shade.setAlpha(12);
+        painter.setBrush(shade);
         painter.drawRect(QRectF(arrastre_->desde, arrastre_->hasta).normalized());
     }
 }

@@ -19,6 +19,7 @@ constexpr double MARK = 4.0;            // half the size of a line mark
 constexpr double MARK_SPACING = 110.0;  // along a curve
 constexpr double TICK = 5.0;
 constexpr double LEGEND_LINE = 28.0;
+constexpr double LEGEND_LEADING = 2.0;
 constexpr int DIVISIONS = 10;
 const QColor PAPER(Qt::white);
 const QColor INK(Qt::black);
@@ -181,7 +182,8 @@ void legend(QPainter& painter, const Escena& escena, const QRectF& plot, const Q
     for (const Curve& c : escena.curves)
         width = std::max(width, metrics.horizontalAdvance(text(c.description)));
     width = std::min(width, available);
-    const double height = metrics.height() * static_cast<double>(escena.curves.size()) + 2.0 * GAP;
+    const double line = metrics.height() + LEGEND_LEADING;
+    const double height = line * static_cast<double>(escena.curves.size()) - LEGEND_LEADING + 2.0 * GAP;
     if (width < 40.0 || height > plot.height() - 2.0 * GAP)
         return;  // the window is too small for a legend
     const Rectangle place = place_legend(LEGEND_LINE + width + 3.0 * GAP, height,
@@ -202,7 +204,7 @@ void legend(QPainter& painter, const Escena& escena, const QRectF& plot, const Q
         painter.drawText(QRectF(x + LEGEND_LINE + GAP, y, width + 1.0, metrics.height()),
                          Qt::AlignLeft | Qt::AlignVCenter,
                          metrics.elidedText(text(c.description), Qt::ElideRight, width + 1.0));
-        y += metrics.height();
+        y += line;
     }
 }
 
