@@ -34,7 +34,7 @@ std::optional<Result> with_loop(const EquationSlot& slot, double t, const Visito
     if (!(k.a > 0.0 && k.b > 0.0)) {
         return std::nullopt;
     }
-    const double attraction = k.a / (k.b * R * t);
+    const double attraction = k.a / k.b / (R * t);  // b R t may underflow
     switch (slot.equation) {
         case EquationOfState::VanDerWaals:
             return visit(CubicLoop(VAN_DER_WAALS_FAMILY, attraction), k.b);
