@@ -10,6 +10,7 @@
 #include "core/calcnum.h"
 #include "core/gas_database.h"
 #include "core/models.h"
+#include "core/numtext.h"
 
 namespace {
 
@@ -32,7 +33,7 @@ EquationSlot loaded(const Model& model, int gas, double reduced_temperature) {
 
 void run(benchmark::State& state, const std::vector<EquationSlot>& slots) {
     std::size_t i = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(calcnum::saturation(slots[i], slots[i].temperature));
         i = i + 1 < slots.size() ? i + 1 : 0;
     }
@@ -57,9 +58,7 @@ std::vector<EquationSlot> by_hand() {
 void register_model(const Model& model) {
     const std::string name = "saturation/" + std::string(model.name) + "/";
     for (const double tr : {0.35, 0.6, 0.9, 0.999}) {
-        std::string label = std::to_string(static_cast<int>(tr * 1000.0 + 0.5));
-        label.insert(0, 4 - label.size(), '0');
-        benchmark::RegisterBenchmark((name + "Tr 0." + label.substr(1)).c_str(),
+        benchmark::RegisterBenchmark((name + "Tr " + Format(tr, "0.000")).c_str(),
                                      [&model, tr](benchmark::State& state) { run(state, {loaded(model, 21, tr)}); });
     }
     benchmark::RegisterBenchmark((name + "mix").c_str(), [&model](benchmark::State& state) {
@@ -67,6 +66,7 @@ void register_model(const Model& model) {
         std::uniform_int_distribution<int> gas(1, Global::gas_count(database()));
         std::uniform_real_distribution<double> tr(0.3, 0.999);
         std::vector<EquationSlot> slots;
+        slots.reserve(1000);
         for (int i = 0; i < 1000; ++i) {
             slots.push_back(loaded(model, gas(random), tr(random)));
         }

@@ -350,10 +350,12 @@ double DietericiLoop::pressure(double t) const {
 }
 
 Imbalance DietericiLoop::imbalance(const Pair& pair) const {
-    const auto [x, y, difference] = Volumes(pair);
+    const Volumes v(pair);
+    const double x = v.x;
+    const double y = v.y;
     const double ul = 1.0 / (1.0 + x);
     const double ug = 1.0 / (1.0 + y);
-    const double fall = difference * ul * ug;
+    const double fall = v.difference * ul * ug;
     Imbalance i{};
     i.gas_difference = alpha_ * fall - 2.0 * pair.half;
     i.liquid_slope = alpha_ * ul * (x * ul) - 1.0;
@@ -409,15 +411,17 @@ double DietericiSadusLoop::pressure(double t) const {
 }
 
 Imbalance DietericiSadusLoop::imbalance(const Pair& pair) const {
-    const auto [x, y, difference] = Volumes(pair);
+    const Volumes v(pair);
+    const double x = v.x;
+    const double y = v.y;
     const double ul = 1.0 / (1.0 + x);
     const double ug = 1.0 / (1.0 + y);
     const double ql = hard_sphere(ul);
     const double qg = hard_sphere(ug);
-    const double fall = difference * ul * ug;
+    const double fall = v.difference * ul * ug;
     const double numerator = -fall * (1.0 + (ul + ug) - (ul * ul + ul * ug + ug * ug)) / ql;
     Imbalance i{};
-    i.gas_difference = 2.0 * std::log1p(difference * ul) - 6.0 * pair.half + std::log1p(numerator) + alpha_ * fall;
+    i.gas_difference = 2.0 * std::log1p(v.difference * ul) - 6.0 * pair.half + std::log1p(numerator) + alpha_ * fall;
     const auto slope_at = [this](double v1, double u, double q) {
         return -1.0 - 2.0 * u + v1 * u * u * (alpha_ - (1.0 + u * (2.0 - 3.0 * u)) / q);
     };
