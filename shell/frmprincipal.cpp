@@ -199,6 +199,7 @@ frmprincipal::frmprincipal(ApplicationState& estado, Mensajes& mensajes, std::fu
     connect(&estado_, &ApplicationState::status_changed, this, &frmprincipal::mostrar_estado);
     connect(&estado_, &ApplicationState::coordinates_changed, lbcoordenadas, &QLabel::setText);
     tamano_inicial();
+    pintar_fondo();
 }
 
 frmprincipal::~frmprincipal() {
@@ -545,9 +546,13 @@ void frmprincipal::closeEvent(QCloseEvent* event) {
     QCoreApplication::exit(0);
 }
 
+void frmprincipal::pintar_fondo() {
+    area_->setBackground(palette().color(QPalette::Window).darker(112));
+}
+
 void frmprincipal::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange)
-        area_->setBackground(palette().color(QPalette::Window).darker(112));
+        pintar_fondo();
     QMainWindow::changeEvent(event);
 }
 
@@ -561,8 +566,9 @@ bool frmprincipal::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void frmprincipal::contextMenuEvent(QContextMenuEvent* event) {
-    // On the free ground only: a right click inside a child window means something else.
-    if (area_->subWindowList().isEmpty() || childAt(event->pos()) != area_->viewport())
+    // With the mouse on the free ground only: a right click inside a child window means something else.
+    const bool meant = event->reason() == QContextMenuEvent::Keyboard || childAt(event->pos()) == area_->viewport();
+    if (!meant || area_->subWindowList().isEmpty())
         return;
     QMenu menu;
     menu.addAction(estado_.texto(530, QStringLiteral("&Cascada")), area_, &QMdiArea::cascadeSubWindows);

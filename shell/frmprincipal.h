@@ -84,6 +84,7 @@ private:
     void mostrar_numero_de_gases();
     void mostrar_estado(const QString& text, int milliseconds);
     void tamano_inicial();
+    void pintar_fondo();
     QAction* menu_entry(const QString& name) const;
 
     ApplicationState& estado_;

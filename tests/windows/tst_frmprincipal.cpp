@@ -10,6 +10,7 @@
 #include <QSignalSpy>
 #include <QStatusBar>
 #include <QTest>
+#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -94,6 +95,8 @@ private slots:
     void children_are_seen_whole_and_remember_their_place();
     void dialogs_stand_in_front();
     void status_line();
+    void leaving_ends_the_program_data();
+    void leaving_ends_the_program();
 
 private:
     void start(const QByteArray& table = numbered_table());
@@ -540,6 +543,26 @@ void tst_frmprincipal::status_line() {
     QCOMPARE(text("lbunidad"), "&507-th");
     estado_->set_status("breve", 1);
     QTRY_COMPARE(text("lbestado"), "");
+}
+
+void tst_frmprincipal::leaving_ends_the_program_data() {
+    QTest::addColumn<QString>("way");
+    for (const char* way : {"mnusalir", "salir", ""})
+        QTest::newRow(*way ? way : "the window's own button") << way;
+}
+
+void tst_frmprincipal::leaving_ends_the_program() {
+    QFETCH(QString, way);
+    start_with_all_windows();
+    estado_->show_window("frmescala");  // a dialog left open does not hold the program back
+    QTimer::singleShot(0, &*principal_, [&] {
+        if (way.isEmpty())
+            principal_->close();
+        else
+            entry(way)->trigger();
+    });
+    QTimer::singleShot(5000, &*principal_, [] { QCoreApplication::exit(9); });
+    QCOMPARE(QCoreApplication::exec(), 0);
 }
 
 QTEST_MAIN(tst_frmprincipal)
