@@ -78,27 +78,37 @@ QMdiSubWindow* AreaVentanas::alojar(QWidget* ventana) {
     });
 
     const Lugar known = lugares_.value(ventana->objectName());
-    const QSize wanted = sub->sizeHint().expandedTo(sub->minimumSizeHint());
-    sub->setGeometry(known.geometry.isValid() ? inside(known.geometry, viewport()->rect()) : lugar_nuevo(wanted));
-    if (known.maximised)
+    const QSize minimum = sub->minimumSizeHint().expandedTo(sub->minimumSize());
+    sub->setGeometry(known.geometry.isValid() ? inside(known.geometry, viewport()->rect())
+                                              : lugar_nuevo(sub->sizeHint().expandedTo(minimum), minimum));
+    // A window that cannot be seen whole in its frame gets all there is.
+    const QSize room = viewport()->size();
+    if (known.maximised || minimum.width() > room.width() || minimum.height() > room.height())
         sub->showMaximized();
     else
         sub->show();
     return sub;
 }
 
-QRect AreaVentanas::lugar_nuevo(const QSize& size) const {
+QRect AreaVentanas::lugar_nuevo(const QSize& size, const QSize& minimum) const {
+    const QRect bounds = viewport()->rect();
     const int step = style()->pixelMetric(QStyle::PM_TitleBarHeight) + 6;
     const QList<QMdiSubWindow*> others = subWindowList();
     const auto taken = [&](const QPoint& corner) {
         return std::any_of(others.begin(), others.end(),
                            [&](const QMdiSubWindow* other) { return other->isVisible() && other->pos() == corner; });
     };
-    QRect place(QPoint(0, 0), size);
+    // A large window rather shrinks than hides the title of the one below it.
+    const auto at_step = [&](qsizetype i) {
+        const QPoint corner = QPoint(step, step) * static_cast<double>(i);
+        const QSize room = bounds.size() - QSize(corner.x(), corner.y());
+        return inside(QRect(corner, size.boundedTo(room).expandedTo(minimum)), bounds);
+    };
     // As many steps as there are others always find a free corner, unless the area is too small for the steps.
-    for (qsizetype i = 0; i < others.size() && taken(inside(place, viewport()->rect()).topLeft()); ++i)
-        place.translate(step, step);
-    return inside(place, viewport()->rect());
+    qsizetype i = 0;
+    while (i < others.size() && taken(at_step(i).topLeft()))
+        ++i;
+    return at_step(i);
 }
 
 bool AreaVentanas::eventFilter(QObject* watched, QEvent* event) {

@@ -24,7 +24,7 @@ private:
     void mostrar_dialogo(QWidget* dialogo);
     QMdiSubWindow* sub_ventana_de(QWidget* ventana) const;
     QMdiSubWindow* alojar(QWidget* ventana);
-    QRect lugar_nuevo(const QSize& size) const;
+    QRect lugar_nuevo(const QSize& size, const QSize& minimum) const;
 
     struct Lugar {
         QRect geometry;

@@ -191,7 +191,7 @@ frmprincipal::frmprincipal(ApplicationState& estado, Mensajes& mensajes, std::fu
         if (!ocupada)
             primeros_pasos_->setFocus();
     });
-    connect(&estado_, &ApplicationState::show_requested, area_, &AreaVentanas::mostrar);
+    connect(&estado_, &ApplicationState::show_requested, this, &frmprincipal::mostrar_ventana);
     connect(&estado_, &ApplicationState::plot_window_changed, this, &frmprincipal::habilitar_graficos);
     connect(&estado_, &ApplicationState::amount_unit_changed, this, &frmprincipal::mostrar_unidad);
     connect(&estado_, &ApplicationState::gases_changed, this, &frmprincipal::mostrar_numero_de_gases);
@@ -213,6 +213,8 @@ void frmprincipal::tamano_inicial() {
     const QRect available = screen()->availableGeometry();
     resize(QSize(1180, 760).boundedTo(available.size() * 0.9));
     move(available.center() - rect().center());
+    if (available.width() < 1000 || available.height() < 600)
+        setWindowState(Qt::WindowMaximized);  // a small screen, or a large scale: every pixel is needed
 }
 
 void frmprincipal::crear_menus() {
@@ -275,7 +277,8 @@ void frmprincipal::crear_linea_de_estado() {
         statusBar()->addPermanentWidget(label);
     }
     // Wide enough from the start, so that the line does not jump under the pointer.
-    lbcoordenadas->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("(00000.0000,00000.0000)")) + 12);
+    lbcoordenadas->setMinimumWidth(
+        fontMetrics().horizontalAdvance(QStringLiteral("V = 000.0000 l   P = 0000.0000 atm")) + 12);
     lbcoordenadas->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     fin_del_mensaje_->setSingleShot(true);
     connect(fin_del_mensaje_, &QTimer::timeout, lbestado, &QLabel::clear);
@@ -390,6 +393,7 @@ void frmprincipal::habilitar_graficos(bool open) {
                                                                                    : QStringLiteral("mnuescala");
         habilitar(menu, open && estado_.has_window(window));
     }
+    lbcoordenadas->setVisible(open);  // without a plot its room belongs to the sentences
 }
 
 void frmprincipal::Toolbar1_ButtonClick(const QString& key) {
@@ -400,6 +404,16 @@ void frmprincipal::Toolbar1_ButtonClick(const QString& key) {
         }
     }
     mostrar_unidad();  // a click has turned the button's own tick
+}
+
+void frmprincipal::mostrar_ventana(QWidget* ventana) {
+    if (!ventana->testAttribute(Qt::WA_SetWindowIcon)) {
+        for (const Entrada& row : entradas()) {
+            if (row.window == ventana->objectName())
+                ventana->setWindowIcon(menu_entry(row.name)->icon());
+        }
+    }
+    area_->mostrar(ventana);
 }
 
 void frmprincipal::mnunuevo_Click() {

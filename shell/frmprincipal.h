@@ -80,6 +80,7 @@ private:
     bool disponible(const Entrada& entrada) const;
     void habilitar_graficos(bool open);
     void calcular(int mode);
+    void mostrar_ventana(QWidget* ventana);
     void mostrar_unidad();
     void mostrar_numero_de_gases();
     void mostrar_estado(const QString& text, int milliseconds);

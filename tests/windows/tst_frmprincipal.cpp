@@ -93,6 +93,8 @@ private slots:
     void shipped_languages_have_every_caption();
     void first_steps_come_and_go();
     void children_are_seen_whole_and_remember_their_place();
+    void a_large_child_leaves_the_title_below_it_free();
+    void a_child_larger_than_the_area_is_maximised();
     void dialogs_stand_in_front();
     void status_line();
     void leaving_ends_the_program_data();
@@ -520,6 +522,32 @@ void tst_frmprincipal::children_are_seen_whole_and_remember_their_place() {
     entry("mnudato")->trigger();
     QCOMPARE(area()->activeSubWindow()->widget(), estado_->open_window("frmdatos"));
     QCOMPARE(area()->subWindowList().size(), 4);
+}
+
+void tst_frmprincipal::a_large_child_leaves_the_title_below_it_free() {
+    class Grande final : public QWidget {
+        QSize sizeHint() const override { return {5000, 5000}; }
+    };
+    estado_->register_window("frmgraficos", [] { return new Grande; });
+    estado_->register_window("frmdatos", [this] { return new Condiciones(calls_); });
+    start();
+    estado_->show_window("frmdatos");
+    estado_->show_window("frmgraficos");
+    const QWidget* below = estado_->open_window("frmdatos")->parentWidget();
+    const QWidget* large = estado_->open_window("frmgraficos")->parentWidget();
+    QVERIFY(large->y() >= below->y() + 20);
+    QVERIFY(area()->viewport()->rect().contains(large->geometry()));
+}
+
+void tst_frmprincipal::a_child_larger_than_the_area_is_maximised() {
+    estado_->register_window("frmgraficos", [] {
+        auto* window = new QWidget;
+        window->setMinimumSize(3000, 200);
+        return window;
+    });
+    start();
+    estado_->show_window("frmgraficos");
+    QVERIFY(estado_->open_window("frmgraficos")->parentWidget()->isMaximized());
 }
 
 void tst_frmprincipal::dialogs_stand_in_front() {
