@@ -428,9 +428,9 @@ Imbalance DietericiSadusLoop::imbalance(const Pair& pair) const {
     i.liquid_slope = slope_at(x, ul, ql);
     i.gas_slope = slope_at(y, ug, qg);
     const auto weight = [this, ug](double, double v1) {
-        const double v = 1.0 + v1;
-        const double u = 1.0 / v;
-        return std::exp(-alpha_ * (u - ug)) * hard_sphere(u) * (v / v1) * (v / v1);
+        const double volume = 1.0 + v1;
+        const double u = 1.0 / volume;
+        return std::exp(-alpha_ * (u - ug)) * hard_sphere(u) * (volume / v1) * (volume / v1);
     };
     const auto excess = [this, ug, qg, y, gas = pair.gas](double t, double v1) {
         const double u = 1.0 / (1.0 + v1);
