@@ -1,5 +1,6 @@
 #include "controls/lista_gases.h"
 
+#include <QAbstractItemView>
 #include <QCompleter>
 #include <QLineEdit>
 #include <QListView>
@@ -40,6 +41,7 @@ void ListaGases::make_completer() {
     search->setFilterMode(Qt::MatchContains);
     search->setCaseSensitivity(Qt::CaseInsensitive);
     search->setMaxVisibleItems(15);
+    search->popup()->setMinimumWidth(view()->minimumWidth());
     setCompleter(search);
 }
 

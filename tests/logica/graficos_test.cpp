@@ -389,12 +389,13 @@ TEST(Legend, GoesWhereNoCurveRuns) {
         return false;
     };
     const std::vector<std::vector<Point>> none;
-    const Rectangle corner = place_legend(200, 100, area, none, 6);
+    const Rectangle corner = place_legend(200, 100, area, none, 6).place;
     EXPECT_EQ(corner.x + corner.width, 894.0);
     EXPECT_EQ(corner.y, 56.0);
 
     const std::vector<std::vector<Point>> lines{{{100, 60}, {900, 60}}, {{850, 50}, {850, 650}}};
-    const Rectangle free = place_legend(200, 100, area, lines, 6);
+    const auto [free, crossed] = place_legend(200, 100, area, lines, 6);
+    EXPECT_EQ(crossed, 0);
     for (const auto& line : lines)
         EXPECT_FALSE(blocked(free, line));
     EXPECT_GE(free.x, area.x);
@@ -404,7 +405,9 @@ TEST(Legend, GoesWhereNoCurveRuns) {
     std::vector<std::vector<Point>> hatch;
     for (double x = 100; x < 900; x += 20)
         hatch.push_back({{x, 50}, {x, 650}});
-    const Rectangle least = place_legend(200, 100, area, hatch, 6);
+    const auto [least, hidden] = place_legend(200, 100, area, hatch, 6);
+    EXPECT_GE(hidden, 10);  // 200 of width, a line every 20
+    EXPECT_LE(hidden, 11);
     EXPECT_GE(least.x, area.x);
     EXPECT_LE(least.x + least.width, area.x + area.width);
 }
@@ -438,6 +441,10 @@ TEST(Scene, DescribesARow) {
     EquationSlot slot = co2(EquationOfState::PengRobinson, 260.5, 100.0 / 44.01);
     EXPECT_EQ(describe(slot, "PENG-ROBINSON"), "CO2, PENG-ROBINSON, 260.5 K, 2.2722 mol");
     EXPECT_EQ(describe(ideal(), "GAS IDEAL"), "GAS IDEAL, 300 K, 1 mol");
+    EXPECT_EQ(abbreviated("CF3CH2F (1,1,1,2-tetrafluoroetano (R134a)), VAN DER WAALS GENERALIZADA (µ), 280 K, 1 mol"),
+              "CF3CH2F, VAN DER WAALS GENERALIZADA (µ), 280 K, 1 mol");
+    EXPECT_EQ(abbreviated("GAS IDEAL (uno), 300 K"), "GAS IDEAL, 300 K");
+    EXPECT_EQ(abbreviated("aire, VIRIAL (4), 300 K"), "aire, VIRIAL (4), 300 K");
 }
 
 }  // namespace

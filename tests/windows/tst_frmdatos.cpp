@@ -239,6 +239,9 @@ void tst_frmdatos::keys_and_pastes_that_are_no_number_are_swallowed() {
     entry->clear();
     type(entry, "-1,2.a5.3e");
     QCOMPARE(entry->text(), "12.53");
+    entry->selectAll();
+    QTest::keyClicks(entry, ".5");  // the point that is typed over does not count
+    QCOMPARE(entry->text(), ".5");
 
     struct Row {
         const char *pasted, *text;
@@ -321,10 +324,14 @@ void tst_frmdatos::rows_without_a_gas_keep_their_number_in_the_other_unit() {
     QCOMPARE(box(window, "txtmol", 1)->text(), "3.5");
     window->copiar_filas();
     QCOMPARE(w_->slot(1).moles, 0.0);  // no molar mass: not an amount yet
+    window->close();
+    window = w_->datos();
+    QCOMPARE(box(window, "txtmol", 1)->text(), "3.500");
     window->cambiar_unidad(AmountUnit::Grams, AmountUnit::Moles);
+    QCOMPARE(w_->slot(1).moles, 3.5);
     w_->estado.set_amount_unit(AmountUnit::Moles);
     window->copiar_filas();
-    QCOMPARE(box(window, "txtmol", 1)->text(), "3.5");
+    QCOMPARE(box(window, "txtmol", 1)->text(), "3.500");
     QCOMPARE(w_->slot(1).moles, 3.5);
 }
 

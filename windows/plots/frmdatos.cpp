@@ -268,7 +268,8 @@ void frmdatos::mostrar_fila(int i) {
     mostrar_activa(i);
     mostrar_eleccion(i);
     txttemp[at]->setText(format(slot.temperature, "###0.000"));
-    const bool grams = estado_.amount_unit() == AmountUnit::Grams && slot.gas.pm > 0.0;
+    // Without a molar mass the grams that were entered are not in moles; a row that never held any shows its moles.
+    const bool grams = estado_.amount_unit() == AmountUnit::Grams && (slot.gas.pm > 0.0 || slot.grams > 0.0);
     txtmol[at]->setText(format(grams ? slot.grams : slot.moles, "###0.000"));
 }
 

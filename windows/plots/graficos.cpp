@@ -407,6 +407,14 @@ std::string describe(const EquationSlot& slot, std::string_view model_caption) {
     return text;
 }
 
+std::string abbreviated(const std::string& description) {
+    const auto name_end = description.find(", ");
+    const auto bracket = description.find(" (");
+    if (name_end == std::string::npos || bracket >= name_end)
+        return description;
+    return description.substr(0, bracket) + description.substr(name_end);
+}
+
 namespace {
 
 /// Whether a line touches a rectangle.
@@ -424,24 +432,21 @@ int crossings(const Rectangle& r, std::span<const std::vector<Point>> lines, int
 
 }  // namespace
 
-Rectangle place_legend(double width, double height, const Rectangle& area, std::span<const std::vector<Point>> lines,
+Placement place_legend(double width, double height, const Rectangle& area, std::span<const std::vector<Point>> lines,
                        double margin) {
     constexpr int ROWS = 8, COLUMNS = 8;
     const double free_x = std::max(0.0, area.width - width - 2.0 * margin);
     const double free_y = std::max(0.0, area.height - height - 2.0 * margin);
-    Rectangle best{area.x + margin + free_x, area.y + margin, width, height};
-    int fewest = std::numeric_limits<int>::max();
+    Placement best{{area.x + margin + free_x, area.y + margin, width, height}, std::numeric_limits<int>::max()};
     for (int row = 0; row <= ROWS; ++row) {
         for (int column = COLUMNS; column >= 0; --column) {
             const Rectangle place{area.x + margin + free_x * column / COLUMNS, area.y + margin + free_y * row / ROWS,
                                   width, height};
             const Rectangle guarded{place.x - margin, place.y - margin, width + 2.0 * margin, height + 2.0 * margin};
-            const int count = crossings(guarded, lines, fewest);
-            if (count < fewest) {
-                fewest = count;
-                best = place;
-            }
-            if (fewest == 0)
+            const int count = crossings(guarded, lines, best.crossings);
+            if (count < best.crossings)
+                best = {place, count};
+            if (best.crossings == 0)
                 return best;
         }
     }

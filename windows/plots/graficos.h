@@ -154,13 +154,21 @@ Obstacle obstacle(const EquationSlot& slot);
 /// "CO2 (dióxido de carbono), PENG-ROBINSON, 260 K, 1 mol".
 std::string describe(const EquationSlot& slot, std::string_view model_caption);
 
+/// A description without the words in brackets of the gas's name: "CO2, PENG-ROBINSON, 260 K, 1 mol".
+std::string abbreviated(const std::string& description);
+
 struct Rectangle {
     double x, y, width, height;
 };
 
+struct Placement {
+    Rectangle place;
+    int crossings;  // pieces of line that run through it
+};
+
 /// Where a legend of this size hides as little as possible of the lines: the first free place from the top right
 /// corner on, else the one with the fewest crossings. All in pixels; `margin` keeps it off the edges.
-Rectangle place_legend(double width, double height, const Rectangle& area, std::span<const std::vector<Point>> lines,
+Placement place_legend(double width, double height, const Rectangle& area, std::span<const std::vector<Point>> lines,
                        double margin);
 
 }  // namespace graficos

@@ -173,38 +173,69 @@ void curve(QPainter& painter, const Curve& c, const QRectF& plot, const PlotRang
         pintar_marca(painter, {p.x, p.y}, c.row, colour);
 }
 
+/// The texts of a legend and where it goes.
+struct Legend {
+    std::vector<QString> texts;
+    double text_width;
+    Placement where;
+};
+
+Legend lay_out(std::vector<QString> texts, const QRectF& plot, const QFontMetricsF& metrics,
+               const std::vector<std::vector<Point>>& lines) {
+    double width = 0.0;
+    for (const QString& line : texts)
+        width = std::max(width, metrics.horizontalAdvance(line));
+    width = std::min(width, plot.width() - LEGEND_LINE - 5.0 * GAP);
+    const double rows = static_cast<double>(texts.size());
+    const double height = rows * metrics.height() + (rows - 1.0) * LEGEND_LEADING + 2.0 * GAP;
+    const Placement where = place_legend(LEGEND_LINE + width + 3.0 * GAP, height,
+                                         {plot.x(), plot.y(), plot.width(), plot.height()}, lines, GAP);
+    return {std::move(texts), width, where};
+}
+
+/// With the whole names of the gases where they hide no curve, else as the shorter of the two hides less.
+Legend choose_legend(const Escena& escena, const QRectF& plot, const QFontMetricsF& metrics,
+                     const std::vector<std::vector<Point>>& lines) {
+    std::vector<QString> whole, brief;
+    for (const Curve& c : escena.curves) {
+        whole.push_back(text(c.description));
+        brief.push_back(text(abbreviated(c.description)));
+    }
+    Legend result = lay_out(std::move(whole), plot, metrics, lines);
+    if (result.where.crossings > 0) {
+        Legend shorter = lay_out(std::move(brief), plot, metrics, lines);
+        if (shorter.where.crossings < result.where.crossings)
+            return shorter;
+    }
+    return result;
+}
+
 void legend(QPainter& painter, const Escena& escena, const QRectF& plot, const QFontMetricsF& metrics,
             const std::vector<std::vector<Point>>& lines) {
     if (escena.curves.empty())
         return;
-    const double available = plot.width() - LEGEND_LINE - 5.0 * GAP;
-    double width = 0.0;
-    for (const Curve& c : escena.curves)
-        width = std::max(width, metrics.horizontalAdvance(text(c.description)));
-    width = std::min(width, available);
-    const double line = metrics.height() + LEGEND_LEADING;
-    const double height = line * static_cast<double>(escena.curves.size()) - LEGEND_LEADING + 2.0 * GAP;
-    if (width < 40.0 || height > plot.height() - 2.0 * GAP)
-        return;  // the window is too small for a legend
-    const Rectangle place = place_legend(LEGEND_LINE + width + 3.0 * GAP, height,
-                                         {plot.x(), plot.y(), plot.width(), plot.height()}, lines, GAP);
+    const Legend chosen = choose_legend(escena, plot, metrics, lines);
+    const Rectangle& place = chosen.where.place;
     const QRectF box(place.x, place.y, place.width, place.height);
+    if (chosen.text_width < 40.0 || !plot.contains(box))
+        return;  // the window is too small for a legend
     painter.setPen(pen(GRID, 1.0));
     painter.setBrush(QColor(255, 255, 255, 225));
     painter.drawRect(box);
     painter.setBrush(Qt::NoBrush);
     double y = box.top() + GAP;
-    for (const Curve& c : escena.curves) {
+    for (std::size_t i = 0; i < chosen.texts.size(); ++i) {
+        const Curve& c = escena.curves[i];
         const double middle = y + metrics.height() / 2.0;
         const double x = box.left() + GAP;
         painter.setPen(pen(palette_colour(c.colour), CURVE_WIDTH));
         painter.drawLine(QPointF(x, middle), QPointF(x + LEGEND_LINE, middle));
         pintar_marca(painter, {x + LEGEND_LINE / 2.0, middle}, c.row, palette_colour(c.colour));
         painter.setPen(INK);
-        painter.drawText(QRectF(x + LEGEND_LINE + GAP, y, width + 1.0, metrics.height()),
+        painter.drawText(QRectF(x + LEGEND_LINE + GAP, y, chosen.text_width + 1.0, metrics.height()),
                          Qt::AlignLeft | Qt::AlignVCenter,
-                         metrics.elidedText(text(c.description), Qt::ElideRight, width + 1.0));
-        y += line;
+                         metrics.elidedText(chosen.texts[i], Qt::ElideRight, chosen.text_width + 1.0));
+        y += metrics.height() + LEGEND_LEADING;
     }
 }
 
