@@ -173,7 +173,7 @@ QSize frmgraficos::sizeHint() const {
 // ---- Load, unload, resize
 
 void frmgraficos::Form_Load() {
-    actualiza();
+    frmgraficos::actualiza();
     escena_ = graficos::empty_scene(estado_.current_range);
     setWindowTitle(sin_mnemonico(estado_.texto(3)));
     pctgrafico->setAccessibleName(windowTitle());

@@ -322,13 +322,11 @@ std::vector<Point> marks(std::span<const Point> line, double spacing, double pha
             const double t = (k - from) / (to - from);
             try_at({a.x + t * (b.x - a.x), a.y + t * (b.y - a.y)});
         };
-        if (from < to) {
-            for (double k = std::ceil(from); k < to; ++k)
-                at(k);
-        } else {
-            for (double k = std::floor(from); k > to; --k)
-                at(k);
-        }
+        const int direction = from < to ? 1 : -1;
+        const double first = from < to ? std::ceil(from) : std::floor(from);
+        const int count = static_cast<int>(std::ceil(std::abs(to - first)));  // `to` belongs to the next piece
+        for (int j = 0; j < count && (to - first) * direction > 0.0; ++j)
+            at(first + j * direction);
     }
     return result;
 }
@@ -350,8 +348,9 @@ Ticks ticks(double from, double to, int most) {
     // Far from zero a narrow range runs out of digits: then the multiples are no numbers of their own any more.
     if (!(std::abs(first) < 1e15 && std::abs(last) < 1e15))
         return result;
-    for (double k = first; k <= last; ++k)
-        result.values.push_back(k * step);
+    const int count = static_cast<int>(last - first) + 1;
+    for (int k = 0; k < count; ++k)
+        result.values.push_back((first + k) * step);
     return result;
 }
 
