@@ -79,6 +79,7 @@ int draw_plot(const std::filesystem::path& folder, const CommandLine::Plot& orde
         arguments.rows.push_back(row.toStdString());
     try {
         ApplicationState estado(folder);
+        tavo::confreg::recover({estado.language_path(), estado.data_path()}, estado.site());
         estado.load_languages();
         graficos::draw(arguments, estado);
         return 0;

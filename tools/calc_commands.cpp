@@ -306,8 +306,10 @@ std::optional<std::vector<std::string>> split(std::string_view line) {
 }
 
 const confreg::Text& Calculator::data() {
-    if (!data_)
+    if (!data_) {
+        confreg::recover({folder_ / "idioma.lng", folder_ / "data"}, {folder_});
         data_ = confreg::read(folder_ / "data");
+    }
     return *data_;
 }
 

@@ -64,6 +64,21 @@ TEST(TavoCalc, AnswersOneLineForEachCommand) {
     EXPECT_EQ(gas[6], "304.12819999999999");
 }
 
+TEST(TavoCalc, CompletesADatabaseThatWasCutShort) {
+    namespace fs = std::filesystem;
+    const fs::path folder = fs::temp_directory_path() / "tavo-calc-cut-short";
+    fs::remove_all(folder);
+    fs::create_directory(folder);
+    const fs::path shipped = fs::path(TAVO_SOURCE_DIR) / "data" / "data";
+    fs::copy_file(shipped, folder / "fich.tmp");
+    fs::copy_file(shipped, folder / "data");
+    fs::resize_file(folder / "data", 1000);
+    EXPECT_EQ(calc::Calculator(folder).answer("gas 60 0 300").text, ask("gas 60 0 300"));
+    EXPECT_EQ(fs::file_size(folder / "data"), fs::file_size(shipped));
+    EXPECT_FALSE(fs::exists(folder / "fich.tmp"));
+    fs::remove_all(folder);
+}
+
 TEST(TavoCalc, VolumeTemperatureAndPressureAgree) {
     for (const Model& model : models()) {
         const std::string head = "21 " + std::to_string(static_cast<int>(model.number)) + " ";

@@ -195,6 +195,8 @@ TEST(PressureRange, WidensTheCurrentOneAndNeverNarrowsIt) {
     EXPECT_LT(range.pmin, -74.0);
     EXPECT_GT(range.pmax, 30.0);
     EXPECT_LT(range.pmax, 200.0);
+    const double tenth = (range.pmax - range.pmin) / 10.0;
+    EXPECT_DOUBLE_EQ(range.pmin / tenth, std::round(range.pmin / tenth)) << "a grid line runs through 0";
     PlotRange wide{0.0, -1000.0, 5.0, 1000.0};
     const PlotRange before = wide;
     widen(slot, wide);

@@ -51,6 +51,7 @@ private slots:
     void rows_without_a_gas_keep_their_number_in_the_other_unit();
     void starting_afresh_clears_the_rows();
     void the_button_shows_the_plot_and_names_the_rows_left_out();
+    void the_return_key_shows_the_plot_but_in_a_list();
     void a_gas_that_cannot_be_loaded_is_named_and_the_row_stays();
     void a_gas_is_found_by_typing_part_of_its_name();
     void a_changed_database_keeps_the_chosen_gases();
@@ -376,6 +377,24 @@ void tst_frmdatos::the_button_shows_the_plot_and_names_the_rows_left_out() {
 
     plot->close();
     QCOMPARE(button->text(), w_->estado.texto(55));
+}
+
+void tst_frmdatos::the_return_key_shows_the_plot_but_in_a_list() {
+    frmdatos* window = w_->datos();
+    const auto shows_plot = [&](QWidget* at) {
+        at->setFocus();
+        QTest::keyClick(at, Qt::Key_Return);
+        QWidget* plot = w_->estado.open_window("frmgraficos");
+        const bool shown = plot && plot->isVisible();
+        if (shown)
+            plot->close();
+        return shown;
+    };
+    QVERIFY(shows_plot(control<QCheckBox>(window, "Check", 1)));
+    QVERIFY(shows_plot(box(window, "txttemp", 1)));
+    QVERIFY(shows_plot(box(window, "txtmol", 1)));
+    QVERIFY(!shows_plot(control<QComboBox>(window, "cmbgas", 1)->lineEdit()));
+    QVERIFY(!shows_plot(control<QComboBox>(window, "cmbecu", 1)));
 }
 
 void tst_frmdatos::a_gas_that_cannot_be_loaded_is_named_and_the_row_stays() {

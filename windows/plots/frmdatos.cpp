@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QScopedValueRollback>
 
@@ -153,7 +154,6 @@ void frmdatos::crear_fila(int i) {
         pair->addWidget(box, 1);
         pair->addWidget(spin);
         grid->addLayout(pair, i + 1, column);
-        connect(box, &QLineEdit::returnPressed, this, &frmdatos::btactualiza_Click);
         return box;
     };
 
@@ -302,6 +302,15 @@ void frmdatos::Form_Unload() {
 void frmdatos::closeEvent(QCloseEvent* event) {
     Form_Unload();
     event->accept();
+}
+
+void frmdatos::keyPressEvent(QKeyEvent* event) {
+    // A list keeps the key for its own choice.
+    const bool in_list = qobject_cast<QComboBox*>(focusWidget()) || qobject_cast<QComboBox*>(focusWidget()->parent());
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && !in_list)
+        btactualiza->click();
+    else
+        QWidget::keyPressEvent(event);
 }
 
 /// Amount and mass from the box. Without a molar mass grams say nothing about moles: the row then holds no amount.

@@ -198,11 +198,9 @@ void widen(const EquationSlot& slot, PlotRange& range) {
     const auto own = pressure_range(slot, range.vmin, range.vmax);
     if (!own || (own->min >= range.pmin && own->max <= range.pmax))
         return;
-    const PressureRange rounded = readable(*own);
-    if (own->min < range.pmin)
-        range.pmin = rounded.min;
-    if (own->max > range.pmax)
-        range.pmax = rounded.max;
+    const PressureRange both = readable({std::min(own->min, range.pmin), std::max(own->max, range.pmax)});
+    range.pmin = both.min;
+    range.pmax = both.max;
 }
 
 // ---- Curves

@@ -56,7 +56,8 @@ PressureRange readable(PressureRange range);
 /// nothing is to be shown.
 PressureRange default_pressure_range(const SlotTable& table, double v1, double v2);
 
-/// Widens the pressures of `range` so that the slot's isotherm over the range's volumes fits; never narrows them.
+/// Widens the pressures of `range` to readable tenths where the slot's isotherm over the range's volumes does not fit;
+/// never narrows them.
 void widen(const EquationSlot& slot, PlotRange& range);
 
 // ---- Curves
