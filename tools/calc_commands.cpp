@@ -33,6 +33,7 @@ public:
         return word;
     }
     double number(std::string_view meaning);
+    double temperature();
     std::int16_t gas();
     EquationOfState model();
     double mu() { return empty() ? 1.5 : number("MU"); }
@@ -45,24 +46,39 @@ private:
     char between_rows_;
 };
 
+/// std::from_chars of the whole word, which may have a plus sign too; invalid_argument where something is left over.
+template <class Number>
+std::errc read_whole_word(std::string_view word, Number& value) {
+    if (word.starts_with('+') && !word.starts_with("+-"))
+        word.remove_prefix(1);
+    const auto [stop, error] = std::from_chars(word.data(), word.data() + word.size(), value);
+    return stop == word.data() + word.size() ? error : std::errc::invalid_argument;
+}
+
 double Arguments::number(std::string_view meaning) {
     const std::string& word = text();
-    const char* begin = word.data() + (word.starts_with('+') ? 1 : 0);
-    const char* end = word.data() + word.size();
     double value = 0.0;
-    const auto [stop, error] = std::from_chars(begin, end, value);
+    const std::errc error = read_whole_word(word, value);
     if (error == std::errc::result_out_of_range)
         throw InvalidArgument(std::string(meaning) + " " + word + " is outside the range of numbers");
-    if (error != std::errc() || stop != end || !std::isfinite(value) || word.starts_with("+-"))
+    if (error != std::errc() || !std::isfinite(value))
         throw InvalidArgument(std::string(meaning) + " is not a number: " + word);
     return value;
+}
+
+/// 0 K passes: the loader puts a very small temperature in its place.
+double Arguments::temperature() {
+    const double t = number("T");
+    if (t < 0.0)
+        throw InvalidArgument("T " + to_text(t) + " is below 0 K");
+    return t;
 }
 
 long Arguments::whole(std::string_view meaning, long least, long most) {
     const std::string& word = text();
     long value = 0;
-    const auto [stop, error] = std::from_chars(word.data(), word.data() + word.size(), value);
-    if (error == std::errc::invalid_argument || stop != word.data() + word.size())
+    const std::errc error = read_whole_word(word, value);
+    if (error == std::errc::invalid_argument)
         throw InvalidArgument(std::string(meaning) + " is not a whole number: " + word);
     if (error != std::errc() || value < least || value > most)
         throw InvalidArgument(std::string(meaning) + " " + word + " is outside " + std::to_string(least) + " to " +
@@ -78,19 +94,42 @@ EquationOfState Arguments::model() {
     return static_cast<EquationOfState>(whole("MODEL", 0, static_cast<long>(models().size()) - 1));
 }
 
+/// Every control character, each of which would break the line or the row for some reader, as a blank.
+std::string without_controls(std::string_view text) {
+    std::string result;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (result.ends_with('\xC2') && byte >= 0x80 && byte < 0xA0)  // U+0080 to U+009F
+            result.back() = ' ';
+        else
+            result += byte < 0x20 || byte == 0x7F ? ' ' : c;
+    }
+    return result;
+}
+
+/// Every number that is printed passes here.
+std::string printed(double x) {
+    if (!std::isfinite(x))
+        throw FloatingPointError("the result is not a finite number");
+    return to_text17(x);
+}
+
+/// Fields of one line, separated by tabs; a field may be empty.
 class Row {
 public:
-    Row& operator<<(double x) { return *this << to_text17(x); }
+    Row& operator<<(double x) { return *this << printed(x); }
     Row& operator<<(std::string_view field) {
-        if (!text_.empty())
+        if (!first_)
             text_ += '\t';
-        text_ += field;
+        first_ = false;
+        text_ += without_controls(field);
         return *this;
     }
     std::string text() const { return text_; }
 
 private:
     std::string text_;
+    bool first_ = true;
 };
 
 /// What every command over a gas begins and ends with.
@@ -126,9 +165,9 @@ void require_amount(double n) {
 
 std::string pressure_command(Arguments& arguments) {
     const Choice gas = choice(arguments);
-    const double t = arguments.number("T"), n = arguments.number("N"), v = arguments.number("V");
+    const double t = arguments.temperature(), n = arguments.number("N"), v = arguments.number("V");
     const SlotTable table = loaded(arguments.data(), gas, t, n, arguments.mu());
-    return to_text17(pressure(table, SLOT, v));
+    return printed(pressure(table, SLOT, v));
 }
 
 /// Molar volume from the ideal-gas start.
@@ -137,22 +176,23 @@ double molar_volume(const SlotTable& table, double p) {
     const double ideal = R * slot.temperature / p;
     if (!std::isfinite(ideal))
         throw FloatingPointError("the ideal gas has no volume at " + to_text(p) + " atm");
-    if (slot.equation == EquationOfState::IdealGas)
-        return ideal;
-    const double vm = calcnum::newton("v", slot.equation, table, SLOT, p, slot.temperature, ideal);
+    const double vm = slot.equation == EquationOfState::IdealGas
+                          ? ideal
+                          : calcnum::newton("v", slot.equation, table, SLOT, p, slot.temperature, ideal);
     const Model& model = *find_model(slot.equation);
-    if (!(vm > std::max(model.covolume(coefficients(slot)), 0.0)))
-        throw FloatingPointError(std::string(model.name) + ": the iteration ends at " + to_text(vm) +
-                                 " l/mol, not above the co-volume");
+    const double least = std::max(model.covolume(coefficients(slot)), 0.0);
+    if (!(vm > least))
+        throw FloatingPointError(std::string(model.name) + ": the molar volume at " + to_text(p) + " atm would be " +
+                                 to_text(vm) + " l/mol, which is not above " + to_text(least));
     return vm;
 }
 
 std::string volume_command(Arguments& arguments) {
     const Choice gas = choice(arguments);
-    const double t = arguments.number("T"), p = arguments.number("P"), n = arguments.number("N");
+    const double t = arguments.temperature(), p = arguments.number("P"), n = arguments.number("N");
     require_amount(n);
     const SlotTable table = loaded(arguments.data(), gas, t, n, arguments.mu());
-    return to_text17(molar_volume(table, p) * n);
+    return printed(molar_volume(table, p) * n);
 }
 
 std::string temperature_command(Arguments& arguments) {
@@ -163,12 +203,12 @@ std::string temperature_command(Arguments& arguments) {
     const double tc = loaded(arguments.data(), {gas.gas, EquationOfState::IdealGas}, 300.0, n, mu)[SLOT].gas.tc;
     // Loaded at Tc, where a(T) of models 7 and 8 is a itself.
     const SlotTable table = loaded(arguments.data(), gas, tc > 0.0 ? tc : 300.0, n, mu);
-    return to_text17(calcnum::temperature(table, SLOT, v, p));
+    return printed(calcnum::temperature(table, SLOT, v, p));
 }
 
 std::string saturation_command(Arguments& arguments) {
     const Choice gas = choice(arguments);
-    const double t = arguments.number("T");
+    const double t = arguments.temperature();
     SlotTable table = loaded(arguments.data(), gas, t, 1.0, arguments.mu());
     double vl = 0.0, vg = 0.0;
     const double pv = calcnum::vapour_pressure(table, SLOT, t, vl, vg);
@@ -182,7 +222,7 @@ std::string saturation_command(Arguments& arguments) {
 std::string isotherm_command(Arguments& arguments) {
     constexpr int STEPS = 100;
     const Choice gas = choice(arguments);
-    const double t = arguments.number("T"), n = arguments.number("N");
+    const double t = arguments.temperature(), n = arguments.number("N");
     const double from = arguments.number("VMIN"), to = arguments.number("VMAX");
     if (!(from < to))
         throw InvalidArgument("VMIN " + to_text(from) + " is not below VMAX " + to_text(to));
@@ -199,7 +239,7 @@ std::string isotherm_command(Arguments& arguments) {
 
 std::string gas_command(Arguments& arguments) {
     const Choice gas = choice(arguments);
-    const double t = arguments.number("T");
+    const double t = arguments.temperature();
     const SlotTable table = loaded(arguments.data(), gas, t, 1.0, arguments.mu());
     const GasRecord& g = table[SLOT].gas;
     return (Row() << g.name << g.a << g.b << g.c << g.d << g.pm << g.tc << g.pc << g.vc << g.zc << g.teb << g.hv)
@@ -230,7 +270,9 @@ std::string convert_command(Arguments& arguments) {
         if (arguments.empty())
             throw InvalidArgument("cantidad needs the gas number as its last argument");
         const Choice gas{arguments.gas(), EquationOfState::IdealGas};
-        return to_text17(Global::convertircantidad(value, from, to, loaded(arguments.data(), gas, 300.0, 1.0, 1.5)));
+        if (from == to)  // needs no molar mass
+            return printed(value);
+        return printed(Global::convertircantidad(value, from, to, loaded(arguments.data(), gas, 300.0, 1.0, 1.5)));
     }
     const auto known = std::find_if(CONVERSIONS.begin(), CONVERSIONS.end(),
                                     [&family](const auto& conversion) { return conversion.first == family; });
@@ -239,7 +281,7 @@ std::string convert_command(Arguments& arguments) {
                               "; there are energia, cantidad, densidad, presion, temperatura, volumen");
     if (!arguments.empty())
         throw InvalidArgument("only cantidad takes a gas number");
-    return to_text17(known->second(value, from, to));
+    return printed(known->second(value, from, to));
 }
 
 struct Command {
@@ -275,13 +317,11 @@ std::string run(Calculator& calculator, std::span<const std::string> words, char
     return command->run(arguments);
 }
 
-Answer failure(std::string_view sentence) {
-    std::string text = "error: " + std::string(sentence);
-    std::replace(text.begin(), text.end(), '\n', ' ');
-    return {std::move(text), true};
-}
-
 }  // namespace
+
+Answer failure(std::string_view sentence) {
+    return {"error: " + without_controls(sentence), true};
+}
 
 std::optional<std::vector<std::string>> split(std::string_view line) {
     std::vector<std::string> words;

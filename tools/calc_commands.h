@@ -18,6 +18,9 @@ struct Answer {
     bool failed = false;
 };
 
+/// "error: " and the sentence in one line: control characters become blanks.
+Answer failure(std::string_view sentence);
+
 /// Words of a command line: blanks and tabs separate them, double quotes hold a word together. Empty when a quote is
 /// left open.
 std::optional<std::vector<std::string>> split(std::string_view line);

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "core/encoding.h"
 #include "core/program_folder.h"
 #include "tavo_version.h"
 #include "tools/calc_commands.h"
@@ -13,15 +14,17 @@ namespace {
 
 using namespace tavo;
 
+constexpr std::string_view HOME = "--home";
+constexpr std::string_view HOME_IS = "--home=";
+
 /// Takes "--home DIR" or "--home=DIR" off the front. False without a folder.
 bool take_home(std::vector<std::string>& words, std::optional<std::filesystem::path>& home) {
-    constexpr std::string_view OPTION = "--home";
-    if (words.empty() || !words.front().starts_with(OPTION))
+    if (words.empty() || (words.front() != HOME && !words.front().starts_with(HOME_IS)))
         return true;
     std::size_t taken = 1;
-    if (words.front().starts_with("--home="))
-        home = words.front().substr(OPTION.size() + 1);
-    else if (words.front() == OPTION && words.size() > 1)
+    if (words.front() != HOME)
+        home = words.front().substr(HOME_IS.size());
+    else if (words.size() > 1)
         home = words[taken++];
     words.erase(words.begin(), words.begin() + static_cast<std::ptrdiff_t>(taken));
     return home && !home->empty();
@@ -35,25 +38,37 @@ int print(const calc::Answer& answer) {
 
 int batch(calc::Calculator& calculator) {
     int status = 0;
-    for (std::string line; std::cout && std::getline(std::cin, line);)
+    bool first = true;
+    for (std::string line; std::cout && std::getline(std::cin, line); first = false) {
+        if (first && line.starts_with(UTF8_MARK))
+            line.erase(0, UTF8_MARK.size());
         status |= print(calculator.answer(line));
+    }
     return status;
+}
+
+/// The words that stand alone.
+bool takes_no_arguments(std::string_view word) {
+    return word == "--help" || word == "--version" || word == "batch";
 }
 
 int run(const char* program, std::vector<std::string> words) {
     std::optional<std::filesystem::path> home;
     if (!take_home(words, home))
-        return print({"error: --home needs a folder", true});
-    if (words == std::vector<std::string>{"--help"})
-        return print({calc::help().erase(calc::help().size() - 1)});
-    if (words == std::vector<std::string>{"--version"})
-        return print({"tavo-calc " TAVO_VERSION});
-    calc::Calculator calculator(reading_folder(places(program, home)));
-    if (words == std::vector<std::string>{"batch"})
-        return batch(calculator);
+        return print(calc::failure("--home needs a folder"));
     if (words.empty())
-        return print({"error: no command; tavo-calc --help lists them", true});
-    return print(calculator.answer(words, '\n'));
+        return print(calc::failure("no command; tavo-calc --help lists them"));
+    const std::string& first = words.front();
+    if (takes_no_arguments(first) && words.size() > 1)
+        return print(calc::failure(first + " takes no arguments"));
+    if (first == "--help")
+        return print({calc::help().erase(calc::help().size() - 1)});
+    if (first == "--version")
+        return print({"tavo-calc " TAVO_VERSION});
+    if (first.starts_with("--"))
+        return print(calc::failure("unknown option " + first + "; tavo-calc --help lists them"));
+    calc::Calculator calculator(reading_folder(places(program, home)));
+    return first == "batch" ? batch(calculator) : print(calculator.answer(words, '\n'));
 }
 
 }  // namespace

@@ -33,3 +33,9 @@ check 'lines of an isotherm in a batch' 1 "$(echo 'isotherm 21 8 280 1 0.05 1' |
 check 'a missing database' "error: file /nonexistent/data was not found" "$("$program" --home /nonexistent gas 1 1 300)"
 check 'a folder from the environment' "error: file /nonexistent/data was not found" \
     "$(TAVO_GAS_HOME=/nonexistent "$program" gas 1 1 300)"
+check 'a mark at the start' 760 "$(printf '\xEF\xBB\xBFconvert presion 1 atm mmHg\n' | "$program" batch)"
+check 'an unknown option' 'error: unknown option --homeX; tavo-calc --help lists them' "$("$program" --homeX gas 1 1 300)"
+check 'a forgotten folder' 'error: --home needs a folder' "$("$program" --home)"
+for word in batch --help --version; do
+    check "$word with a word after it" "error: $word takes no arguments" "$("$program" "$word" x </dev/null)"
+done

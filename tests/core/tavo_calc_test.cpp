@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -54,6 +55,7 @@ TEST(TavoCalc, AnswersOneLineForEachCommand) {
     EXPECT_EQ(ask("convert energia 1 \"atm l\" J"), "101.325");
     EXPECT_EQ(ask("convert temperatura 0 \xC2\xBA\x43 \xC2\xBAK"), "273.16000000000003");
     EXPECT_EQ(ask("convert cantidad 2 mol g 21"), "88.018000000000001");
+    EXPECT_EQ(ask("convert cantidad 2 mol g +21"), "88.018000000000001");
     EXPECT_EQ(ask("saturation 21 8 304.2"), "-1");
     EXPECT_EQ(ask("saturation 21 0 250"), "-1");
     EXPECT_EQ(fields(ask("roots 0 0 -8")), (std::vector<std::string>{"2", "2", "2"}));
@@ -62,6 +64,24 @@ TEST(TavoCalc, AnswersOneLineForEachCommand) {
     EXPECT_EQ(gas[0], "CO2 (di\xC3\xB3xido de carbono)");
     EXPECT_EQ(gas[3], "0.22389999999999999");
     EXPECT_EQ(gas[6], "304.12819999999999");
+}
+
+TEST(TavoCalc, AGasWithoutNameOrCriticalTemperatureKeepsItsColumns) {
+    namespace fs = std::filesystem;
+    const fs::path folder = fs::temp_directory_path() / "tavo-calc-odd-gases";
+    fs::create_directories(folder);
+    std::ofstream(folder / "data", std::ios::binary)
+        << "[General]\r\nn=3\r\n[G1]\r\ntc=300\r\npc=50\r\nvc=0.1\r\n"
+        << "[G2]\r\nnombre=a\tb\r\ntc=300\r\npc=50\r\nvc=0.1\r\n[G3]\r\ntc=0\r\nvc=0.1\r\n";
+    calc::Calculator calculator(folder);
+    const auto nameless = fields(calculator.answer("gas 1 0 300").text);
+    ASSERT_EQ(nameless.size(), 12u);
+    EXPECT_EQ(nameless[0], "");
+    EXPECT_EQ(nameless[6], "300");
+    EXPECT_EQ(fields(calculator.answer("gas 2 0 300").text).front(), "a b");
+    EXPECT_TRUE(calculator.answer("gas 3 0 300").failed);
+    EXPECT_EQ(calculator.answer("convert cantidad 5 g g 3").text, "5");
+    fs::remove_all(folder);
 }
 
 TEST(TavoCalc, CompletesADatabaseThatWasCutShort) {
@@ -140,6 +160,16 @@ TEST(TavoCalc, BadArgumentsAreErrorsWithASentence) {
         {"pressure 1 -1 300 1 1", "MODEL -1 is outside 0 to 9"},
         {"pressure 1 1 300 1 1 1.5 7", "the command is pressure GAS MODEL T N V [MU]"},
         {"volume 1 1 300 1 0", "N 0 is not an amount above 0 mol"},
+        {"volume 8 0 300 -1 1", "ideal gas: the molar volume at -1 atm would be -24.618 l/mol, which is not above 0"},
+        {"pressure 1 1 -300 1 1", "T -300 is below 0 K"},
+        {"volume 1 1 -300 1 1", "T -300 is below 0 K"},
+        {"saturation 1 1 -1e-9", "T -1E-09 is below 0 K"},
+        {"isotherm 1 1 -300 1 0.1 1", "T -300 is below 0 K"},
+        {"gas 1 8 -300", "T -300 is below 0 K"},
+        {"pressure +-1 1 300 1 1", "GAS is not a whole number: +-1"},
+        {"convert energia 1e308 Kcal J", "the result is not a finite number"},
+        {"convert \"a\x1B[1m\tb\xC2\x85\x7F\" 1 g kg",
+         "no family a [1m b  ; there are energia, cantidad, densidad, presion, temperatura, volumen"},
         {"volume 1 1 300 0 1", "the ideal gas has no volume at 0 atm"},
         {"isotherm 1 1 300 1 2 1", "VMIN 2 is not below VMAX 1"},
         {"convert masa 1 g kg", "no family masa; there are energia, cantidad, densidad, presion, temperatura, volumen"},
