@@ -182,23 +182,40 @@ bool cut_short(std::string_view settings, std::string_view complete) {
                       [](char found, char wanted) { return found == wanted || found == '\0'; });
 }
 
-/// The settings file that a left-over belongs to and that it has to complete.
+/// First line that is not blank, in lower case: what kind of settings a text holds. Empty where nothing tells it.
+std::string kind(std::string_view text) {
+    if (text.starts_with(UTF8_MARK))
+        text.remove_prefix(UTF8_MARK.size());
+    if (text.starts_with('\0'))
+        return {};
+    text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
+    return lower(text.substr(0, text.find_first_of("\r\n")));
+}
+
+/// The settings file that a left-over belongs to and that it has to complete. A file that shows nothing of its text
+/// could be the beginning of any: it is left alone when another one is of the left-over's kind.
 const fs::path* file_to_complete(const std::vector<fs::path>& settings_files, std::string_view complete,
                                  FileSystem& files) {
     const fs::path* found = nullptr;
     std::size_t longest = 0;
+    bool found_shows_kind = false;
+    bool kind_is_taken = false;
     for (const fs::path& path : settings_files) {
         if (!files.exists(path))
             continue;
         const std::string settings = files.read(path);
         if (settings == complete)
             return nullptr;
+        const std::string own_kind = kind(settings);
+        const bool shows_kind = !own_kind.empty();
+        kind_is_taken = kind_is_taken || (shows_kind && own_kind == kind(complete));
         if (cut_short(settings, complete) && (!found || settings.size() > longest)) {
             found = &path;
             longest = settings.size();
+            found_shows_kind = shows_kind;
         }
     }
-    return found;
+    return found_shows_kind || !kind_is_taken ? found : nullptr;
 }
 
 }  // namespace

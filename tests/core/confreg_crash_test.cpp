@@ -314,6 +314,7 @@ TEST(Crash, RecoveryItselfMayBeStopped) {
 
 TEST(Recovery, TellsACutFileFromAnUntouchedOne) {
     const std::string nul(1, '\0');
+    const std::string new_other = "[idioma]\r\nidioma=Deutsch\r\n";
     const struct {
         const char* what;
         std::string settings, left_over;
@@ -331,6 +332,9 @@ TEST(Recovery, TellsACutFileFromAnUntouchedOne) {
         {"an appended text, left-over incomplete", "[a]\r\n", nul + "a]\r\nx=", Recovery::Removed, "[a]\r\n"},
         {"a left-over without text", "[a]\r\n", "", Recovery::Removed, "[a]\r\n"},
         {"an empty file, left-over of the other file", "", OTHER_TEXT, Recovery::Removed, ""},
+        {"an empty file, new text of the other file", "", new_other, Recovery::Removed, ""},
+        {"the same with a mark and capitals", "", "\xEF\xBB\xBF\r\n[IDIOMA]\r\n", Recovery::Removed, ""},
+        {"a file being put back, new text of the other file", nul + "a]", new_other, Recovery::Removed, nul + "a]"},
     };
     for (const auto& c : cases) {
         TestDisk disk = disk_with(c.settings);
