@@ -15,7 +15,7 @@ namespace {
 constexpr double UNKNOWN = -1.0;
 constexpr double SMALLEST = 1e-05;  // stands for a 0 that formulas divide by
 
-/// Acentric factors of the 28 gases that the first databases held, by gas number from 1.
+/// Acentric factors of the gases numbered 1 to 28.
 constexpr std::array<double, 28> ACENTRIC_FACTORS{
     -0.365, -0.029, 0.001, 0.005, 0.008, -0.216, -0.216, 0.054, 0.039, 0.025, 0.09,  0.108, 0.229, -0.216,
     0.329,  0.133,  0.066, 0.25,  0.344, 0.344,  0.239,  0.011, 0.177, 0.193, 0.556, 0.644, 0.299, 0.263};
@@ -56,6 +56,9 @@ void read_constants(const Section& section, GasRecord& record) {
     if (record.tc == 0.0)
         throw FloatingPointError("the critical temperature is 0, so pc vc/(R tc) divides by 0");
     record.zc = record.pc * record.vc / (R * record.tc);
+    if (!std::isfinite(record.zc))
+        throw FloatingPointError("no finite pc vc/(R tc) from Tc " + to_text(record.tc) + " K, Pc " +
+                                 to_text(record.pc) + " atm and vc " + to_text(record.vc) + " l/mol");
 }
 
 bool has_acentric_factor(EquationOfState equation) {
@@ -75,19 +78,30 @@ DerivedCoefficients read_coefficients(const Section& section, const Model& model
     return {stored[0], stored[1], stored[2], stored[3]};
 }
 
+/// a(T) of models 7 and 8 from a stored a(Tc), which needs no critical pressure.
+double at_temperature(double a, double w, const Model& model, double tc, double temperature) {
+    if (tc == 0.0)
+        throw FloatingPointError(std::string(model.name) + ": no a(T) with a critical temperature of 0");
+    const double result = a * temperature_factor(model.number, w, temperature / tc);
+    if (!std::isfinite(result))
+        throw FloatingPointError(std::string(model.name) + ": no finite a(T) from a " + to_text(a) + " and Tc " +
+                                 to_text(tc) + " K at " + to_text(temperature) + " K");
+    return result;
+}
+
 /// Replaces every -1 by what the critical constants give, and a of models 7 and 8 by a(T).
 DerivedCoefficients completed(const DerivedCoefficients& stored, const Model& model, const GasRecord& gas,
                               double temperature, double mu) {
     const bool all_known = stored.a != UNKNOWN && stored.b != UNKNOWN &&
                            (model.number != EquationOfState::Virial || (stored.c != UNKNOWN && stored.d != UNKNOWN));
-    if (all_known && !has_acentric_factor(model.number))
-        return stored;
-    const DerivedCoefficients k = derive(model.number, gas.tc, gas.pc, stored.c, mu, temperature);
     DerivedCoefficients result = stored;
+    if (has_acentric_factor(model.number) && stored.a != UNKNOWN)
+        result.a = at_temperature(stored.a, stored.c, model, gas.tc, temperature);
+    if (all_known)
+        return result;
+    const DerivedCoefficients k = derive(model.number, gas.tc, gas.pc, stored.c, mu, temperature);
     if (stored.a == UNKNOWN)
         result.a = k.a;
-    else if (has_acentric_factor(model.number))
-        result.a *= temperature_factor(model.number, stored.c, temperature / gas.tc);
     if (stored.b == UNKNOWN)
         result.b = k.b;
     if (model.number == EquationOfState::Virial) {

@@ -21,8 +21,8 @@ std::vector<std::string> gas_names(const confreg::Text& data, std::int16_t count
 /// read, and each one stored as -1 derived from the critical constants, when the model is not 0 and (reload or not
 /// keep); otherwise the record keeps those it has. `temperature` [K] is set to 1e-05 when it is exactly 0; so is `mu`.
 /// Model 6: a stored third coefficient becomes `mu`, -1 takes `mu` as it is. Throws FloatingPointError where a formula
-/// divides by zero (Tc or Pc 0), InvalidArgument for an automatic model 6 with mu <= 1; the record then stays as it
-/// was.
+/// divides by zero (Tc or Pc 0) or gives no finite number, InvalidArgument for an automatic model 6 with mu <= 1; the
+/// record then stays as it was.
 void cargargas(const confreg::Text& data, EquationOfState equation, std::int16_t gas, bool reload, bool keep,
                double& temperature, double& mu, GasRecord& record);
 

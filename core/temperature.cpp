@@ -70,12 +70,14 @@ double redlich_kwong(const State& s) {
     // A root, or the point where an attraction below zero let the iteration pass all roots by.
     const double residual = x * (c3 * x * x - s.p) - c0;
     const double scale = c3 * x * x * x + std::fabs(s.p) * x + std::fabs(c0);
-    return std::fabs(residual) <= 1e-12 * scale ? x * x : NO_ROOT;
+    return std::isfinite(scale) && std::fabs(residual) <= 1e-12 * scale ? x * x : NO_ROOT;
 }
 
 /// With the automatic B = b - a/(RT) the pressure is linear too: its attraction a/vm^2 does not depend on T.
 double virial(const State& s) {
     const auto& gas = s.slot.gas;
+    if (!(gas.pc > 0.0))  // so that B is stored
+        return linear(s);
     const auto automatic = Global::derive(EquationOfState::Virial, gas.tc, gas.pc, 0.0, 0.0, s.slot.temperature);
     if (gas.b != automatic.b)
         return linear(s);
@@ -85,13 +87,24 @@ double virial(const State& s) {
     return (s.p + a / (s.vm * s.vm)) / s.model.pressure(k, 1.0, s.vm);
 }
 
+/// a(Tc) of models 7 and 8 behind the slot's a(T). The loader multiplied by the same factor, so that dividing by it is
+/// exact to rounding, however small it is. At Tc (1 + 1/m)^2 it is 0, and only the critical constants tell a(Tc).
+double critical_attraction(const State& s) {
+    const auto& gas = s.slot.gas;
+    const double factor = Global::temperature_factor(s.model.number, gas.c, s.slot.temperature / gas.tc);
+    if (factor != 0.0)
+        return s.k.a / factor;
+    return Global::derive(s.model.number, gas.tc, gas.pc, gas.c, s.k.mu, gas.tc).a;
+}
+
 /// Models 7 and 8: with s = sqrt(T), a(T) = ac ((1 + m) - m s/sqrt(Tc))^2 makes P a quadratic in s.
 double soave(const State& s) {
     const auto& gas = s.slot.gas;
-    const double factor = Global::temperature_factor(s.model.number, gas.c, s.slot.temperature / gas.tc);
     const double m = Global::acentric_slope(s.model.number, gas.c);
-    // At T = 0 only the attraction is left: -a(T slot)/(vm (vm + b) ...).
-    const double attraction = -s.model.pressure(s.k, 0.0, s.vm) / factor;
+    // At T = 0 only the attraction is left: -a(Tc)/(vm (vm + b) ...).
+    Coefficients k = s.k;
+    k.a = critical_attraction(s);
+    const double attraction = -s.model.pressure(k, 0.0, s.vm);
     const double slope = m / std::sqrt(gas.tc);
     const double root = rising_root(thermal_pressure(s) - attraction * slope * slope,
                                     2.0 * attraction * (1.0 + m) * slope, -attraction * (1.0 + m) * (1.0 + m) - s.p);
@@ -117,7 +130,7 @@ double exponential(const State& s) {
 using Solve = double (*)(const State&);
 constexpr std::array<Solve, 10> AUTOMATIC{linear, linear, berthelot, exponential, redlich_kwong,
                                           virial, linear, soave,     soave,       exponential};
-/// With coefficients that do not follow the temperature: set by hand, or without critical constants behind them.
+/// With coefficients that do not follow the temperature: set by hand, or without a critical temperature behind them.
 constexpr std::array<Solve, 10> BY_HAND{linear, linear, berthelot, exponential, redlich_kwong,
                                         linear, linear, linear,    linear,      exponential};
 
@@ -133,7 +146,7 @@ double temperature(const SlotTable& table, int slot, double v, double p) {
     if (!(own.moles > 0.0) || !(vm > model->covolume(k)) || !(vm > 0.0))
         throw FloatingPointError(std::string(model->name) + ": " + to_text(own.moles) + " mol have no pressure in " +
                                  to_text(v) + " l");
-    const bool loaded = !own.parameters && own.gas.tc > 0.0 && own.gas.pc > 0.0;
+    const bool loaded = !own.parameters && own.gas.tc > 0.0;
     const auto& solvers = loaded ? AUTOMATIC : BY_HAND;
     const double t = solvers[static_cast<std::size_t>(own.equation)]({table, slot, own, *model, k, vm, p});
     if (!std::isfinite(t) || !(t > 0.0))

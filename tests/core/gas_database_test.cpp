@@ -182,6 +182,23 @@ TEST(GasLoader, DivisionsByZeroAreErrorsThatNameTheGas) {
         EXPECT_STREQ(error.what(), "gas 4 (CO2): dieterici: no coefficients from a critical pressure of 0");
     }
     EXPECT_THROW(load(no_pc, VanDerWaals, 5), FloatingPointError);  // no such section: all zero
+    EXPECT_THROW(load(database("", 4, "tc=1e-300\r\npc=1e300\r\nvc=1\r\n"), IdealGas, 4), FloatingPointError);
+}
+
+TEST(GasLoader, StoredAttractionNeedsNoCriticalPressure) {
+    for (const EquationOfState equation : {Soave, PengRobinson}) {
+        const std::string c = "c(" + std::to_string(static_cast<int>(equation)) + ",";
+        const auto stored = [&c](const char* a, const char* tc) {
+            return database(c + "1)=" + a + "\r\n" + c + "2)=0.03\r\n" + c + "3)=0.2\r\n", 4,
+                            std::string("pc=0\r\nvc=-1\r\ntc=") + tc + "\r\n");
+        };
+        const GasRecord gas = load(stored("3.9", "300"), equation, 4);
+        EXPECT_EQ(gas.a, 3.9 * temperature_factor(equation, 0.2, 250.0 / 300.0));
+        EXPECT_EQ(gas.b, 0.03);
+        EXPECT_THROW(load(stored("3.9", "0"), equation, 4), FloatingPointError);
+        EXPECT_THROW(load(stored("3.9", "-300"), equation, 4), FloatingPointError);
+        EXPECT_THROW(load(stored("1e308", "1e-300"), equation, 4), FloatingPointError);
+    }
 }
 
 TEST(GasLoader, CriticalPointIsThatOfTheGas) {

@@ -92,6 +92,41 @@ TEST(Temperature, StoredVirialCoefficientIsConstant) {
     EXPECT_NEAR(calcnum::temperature(table, SLOT, 0.9, 2.0 * p), 500.0, 1e-9);
 }
 
+// Models 7 and 8 with a(Tc) and b from a record without critical pressure: a(T) follows the temperature all the same.
+TEST(Temperature, StoredAttractionFollowsTheTemperature) {
+    for (const EquationOfState equation : {Soave, PengRobinson}) {
+        const auto at = [equation](double t) {
+            SlotTable table = table_of(equation, GASES[1], t);
+            table[SLOT].gas.a = 3.9 * Global::temperature_factor(equation, GASES[1].w, t / GASES[1].tc);
+            table[SLOT].gas.pc = 0.0;
+            return table;
+        };
+        const double p = pressure(at(400.0), SLOT, 0.4);
+        EXPECT_NEAR(calcnum::temperature(at(250.0), SLOT, 0.4, p), 400.0, 1e-9) << find_model(equation)->name;
+    }
+}
+
+// At Tc (1 + 1/m)^2 the slot's a(T) is 0 and says nothing about other temperatures.
+TEST(Temperature, StartsWhereTheAttractionVanishes) {
+    for (const EquationOfState equation : {Soave, PengRobinson}) {
+        const Gas& gas = GASES[1];
+        const double m = Global::acentric_slope(equation, gas.w);
+        double t = gas.tc * (1.0 + 1.0 / m) * (1.0 + 1.0 / m) * (1.0 - 1e-13);
+        double least = 1.0, vanishing = t;
+        for (int i = 0; i < 4000; ++i, t = std::nextafter(t, 1e9)) {
+            const double factor = Global::temperature_factor(equation, gas.w, t / gas.tc);
+            if (factor < least) {
+                least = factor;
+                vanishing = t;
+            }
+        }
+        ASSERT_LT(least, 1e-31);
+        const double p = pressure(table_of(equation, gas, 400.0), SLOT, 0.4);
+        EXPECT_NEAR(calcnum::temperature(table_of(equation, gas, vanishing), SLOT, 0.4, p), 400.0, 1e-9)
+            << find_model(equation)->name << ", factor " << least;
+    }
+}
+
 // Where P(T) has a maximum, the answer lies before it.
 TEST(Temperature, OfTwoSolutionsThePressureRisesAtTheOneGiven) {
     const Gas& ethanol = GASES[2];
@@ -127,6 +162,9 @@ TEST(Temperature, ImpossibleStatesAreErrors) {
         SlotTable table = table_of(model.number, GASES[1], 300.0);
         const double edge = covolume(table[SLOT]);
         EXPECT_THROW(calcnum::temperature(table, SLOT, edge, 1.0), FloatingPointError) << model.name;
+        if (model.number == RedlichKwong) {
+            EXPECT_THROW(calcnum::temperature(table, SLOT, 1.0, 1e300), FloatingPointError) << "the residual overflows";
+        }
         // Berthelot and Redlich-Kwong reach every negative pressure near 0 K.
         if (model.number != Berthelot && model.number != RedlichKwong) {
             EXPECT_THROW(calcnum::temperature(table, SLOT, 1.0, -1e6), FloatingPointError) << model.name;
