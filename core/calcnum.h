@@ -11,9 +11,10 @@
 namespace tavo::calcnum {
 
 /// Newton iteration x <- x - F/F' from x0 until |dx/x| < 1e-4, for the unknown "v" (molar volume, `known` is T) or
-/// "t" (temperature, `known` is the molar volume). There is no limit but a 32-bit count of steps, and no damping; a
-/// fault of the arithmetic, a combination without a residual (model 0; "t" with models 1, 5, 6, 7, 8) and an iteration
-/// that has entered a cycle throw FloatingPointError.
+/// "t" (temperature, `known` is the molar volume). There is no damping. FloatingPointError: a fault of the arithmetic;
+/// a combination without a residual (model 0; "t" with models 1, 5, 6, 7, 8); an iteration that does not converge, once
+/// its orbit closes, that is, a value comes back. Short cycles are found at once; a chaotic orbit may take up to some
+/// 1e8 steps to close. The count of steps has 32 bits: 2^31 - 1 steps without an end are an error too.
 double newton(std::string_view unknown, EquationOfState equation, const SlotTable& table, int slot, double p,
               double known, double x0);
 
@@ -42,7 +43,8 @@ double temperature(const SlotTable& table, int slot, double v, double p);
 
 /// Integral of P dVm between molar volumes v1 and v2 at the slot's T [atm l/mol]: composite Simpson rule with exactly
 /// 1000 subintervals for models 3 and 9, the difference of the antiderivative for the others. Throws FloatingPointError
-/// for a volume that is not above the co-volume (models 3 and 9: pressure 0 there) or a result that is not finite.
+/// for a volume that is not above the co-volume (models 3 and 9: pressure 0 there) or a result that is not finite. 0
+/// for an unknown model.
 double work_integral(const EquationSlot& slot, double v1, double v2);
 
 /// Coexisting liquid and gas.
@@ -65,7 +67,7 @@ using Reload = std::function<void(EquationSlot&)>;
 
 /// Enthalpy of vaporisation of slot 0 [atm l/mol] by the two-point Clapeyron rule with T +- 0.5 K, or -1. vl and vg are
 /// those of T. `reload` is called after each change of the slot's temperature; at the end the slot holds t again, also
-/// when `reload` throws.
+/// when `reload` throws. FloatingPointError for a result that is not finite, as from such a vl or vg.
 double vaporisation_enthalpy(SlotTable& table, double t, double vl, double vg, const Reload& reload);
 
 /// The two volumes where dP/dVm = 0 (liquid side, gas side), or empty without a loop.

@@ -36,7 +36,7 @@ template <class Function>
 NewtonTrace iterate(Function residual, double x0) {
     double x = x0;
     double landmark = x0;
-    long landmark_moves_at = 1;
+    std::int64_t landmark_moves_at = 1;
     for (long steps = 1;; ++steps) {
         const double old = x;
         const auto [f, slope] = residual(old);

@@ -4,7 +4,9 @@
 #include <type_traits>
 
 #include "core/calcnum.h"
+#include "core/errors.h"
 #include "core/loops.h"
+#include "core/numtext.h"
 
 namespace tavo::calcnum {
 
@@ -140,7 +142,12 @@ double vaporisation_enthalpy(SlotTable& table, double t, double vl, double vg, c
         return -1.0;
     }
     // T1 T2 and T2 - T1 of the unmoved pair, also where one of them was moved.
-    return (t * t - 0.25) / 1.0 * std::log(p2 / p1) * (vg - vl) * pv / t;
+    const double enthalpy = (t * t - 0.25) / 1.0 * std::log(p2 / p1) * (vg - vl) * pv / t;
+    if (!std::isfinite(enthalpy)) {
+        throw FloatingPointError("no finite enthalpy of vaporisation at " + to_text(t) + " K from " + to_text(vl) +
+                                 " and " + to_text(vg) + " l/mol");
+    }
+    return enthalpy;
 }
 
 std::optional<Spinodals> spinodals(const EquationSlot& slot, double t) {

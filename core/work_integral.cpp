@@ -26,6 +26,12 @@ double simpson(double v1, double v2, const Function& f) {
     return (f(v1) + f(v2) + 2.0 * even + 4.0 * odd) * h / 3.0;
 }
 
+double simpson_area(const EquationSlot& slot, double v1, double v2) {
+    EquationSlot one_mole = slot;
+    one_mole.moles = 1.0;
+    return simpson(v1, v2, [&one_mole](double v) { return pressure(one_mole, v); });
+}
+
 /// ln(x2 / x1), also for close values.
 double log_ratio(double x1, double x2, double difference) {
     return std::abs(difference) < 0.5 * x1 ? std::log1p(difference / x1) : std::log(x2 / x1);
@@ -85,17 +91,13 @@ double work_integral(const EquationSlot& slot, double v1, double v2) {
     if (!model) {
         return 0.0;  // the pressure is 0 everywhere
     }
-    const bool simpson_rule =
+    const bool by_simpson =
         slot.equation == EquationOfState::Dieterici || slot.equation == EquationOfState::DietericiSadus;
-    if (simpson_rule) {
-        EquationSlot one_mole = slot;
-        one_mole.moles = 1.0;
-        return simpson(v1, v2, [&one_mole](double v) { return pressure(one_mole, v); });
-    }
     const Coefficients k = coefficients(slot);
     const double covolume = model->covolume(k);
-    const double area = closed_form(slot, k, v1, v2);
-    if (!(v1 > covolume && v2 > covolume) || !std::isfinite(area)) {
+    const double area = by_simpson ? simpson_area(slot, v1, v2) : closed_form(slot, k, v1, v2);
+    const bool inside = by_simpson || (v1 > covolume && v2 > covolume);
+    if (!inside || !std::isfinite(area)) {
         throw FloatingPointError(std::string(model->name) + ": no work integral from " + to_text(v1) + " to " +
                                  to_text(v2) + " l/mol");
     }

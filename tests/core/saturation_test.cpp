@@ -367,6 +367,15 @@ TEST_F(Enthalpy, LeavesTheTemperatureWhenLoadingFails) {
     EXPECT_EQ(table[0].temperature, 100.0);
 }
 
+TEST_F(Enthalpy, HasToBeFinite) {
+    const double infinite = std::numeric_limits<double>::infinity();
+    of(VanDerWaals, 100.0);
+    for (const double vg : {infinite, -infinite, std::nan("")}) {
+        EXPECT_THROW(calcnum::vaporisation_enthalpy(table, 100.0, 0.05, vg, {}), FloatingPointError) << vg;
+        EXPECT_EQ(table[0].temperature, 100.0);
+    }
+}
+
 TEST(WorkIntegral, IsTheAreaUnderTheIsotherm) {
     const confreg::Text data = one_gas("304.1282", "72.8083", "0.2239", "1.7");
     for (const Model& model : models()) {
@@ -393,6 +402,14 @@ TEST(WorkIntegral, ReportsAVolumeInsideTheCovolume) {
     EXPECT_THROW(calcnum::work_integral(slot, 0.0427, 0.1), FloatingPointError);
     EXPECT_THROW(calcnum::work_integral(slot, 0.02, 0.03), FloatingPointError);
     EXPECT_THROW(calcnum::work_integral(by_hand(5, 1, -0.1, 0.002, 5e-5, 1.5, 250.0), 0.0, 0.1), FloatingPointError);
+}
+
+TEST(WorkIntegral, HasToBeFinite) {
+    for (int model = 0; model <= 9; ++model) {
+        const auto slot = by_hand(model, 3.6, 0.0427, 0.002, 5e-5, 1.5, 250.0);
+        EXPECT_THROW(calcnum::work_integral(slot, std::nan(""), 0.1), FloatingPointError) << model;
+        EXPECT_THROW(calcnum::work_integral(slot, 0.1, std::nan("")), FloatingPointError) << model;
+    }
 }
 
 TEST(WorkIntegral, DoesNotDependOnTheAmount) {
