@@ -27,11 +27,13 @@ struct Site {
 
 /// The parsed text of one settings file. The seven operations below, and edits of many keys at once, act on it; nothing
 /// is written until `rewrite`. After any sequence of edits, bytes() is what the same sequence of single file operations
-/// would leave. An edit that throws changes nothing.
+/// would leave, but for files beyond 32767 lines, where those throw Overflow and a Text goes on. An edit that throws
+/// changes nothing.
 ///
 /// A line ends at a line feed, at a run of carriage returns before a line feed, or at a lone carriage return. The
 /// operations that copy the file line by line end every line with CR LF; those that append leave the bytes before as
-/// they are. Lookups cost the same in a file of ten thousand sections as in a small one.
+/// they are, a last line without an end getting one first. Lookups cost the same in a file of ten thousand sections as
+/// in a small one.
 ///
 /// InvalidArgument: a line without "=" in a section that is searched; a line break inside a text to be written.
 /// Overflow: a header shorter than two characters where its name is looked at.

@@ -127,7 +127,7 @@ private:
     void number_lines() const;
 
     // The keys of one block.
-    std::optional<std::size_t> find_key(Block& block, const std::string& folded_key) const;
+    std::optional<std::size_t> find_key(Block& block, const std::optional<std::string>& folded_key) const;
     void build_keys(Block& block) const;
     void enter_key(KeyIndex& keys, std::string_view line, std::size_t at) const;
     [[noreturn]] void refuse_bad_line(const Block& block, std::size_t at) const;
@@ -346,21 +346,22 @@ void Text::Impl::number_lines() const {
 
 // ---- keys -----------------------------------------------------------------------------------------------------------
 
-/// Line of the first such key in a block. As for a reader who stops there, a bad line after it does not matter.
-std::optional<std::size_t> Text::Impl::find_key(Block& block, const std::string& folded_key) const {
+/// Line of the first such key in a block. As for a reader who stops there, a bad line after it does not matter. A key
+/// that no line can hold (empty) is looked for all the same: a bad line is an error for it too.
+std::optional<std::size_t> Text::Impl::find_key(Block& block, const std::optional<std::string>& folded_key) const {
     if (block.lines.size() < INDEXED_LENGTH || !std::exchange(block.searched, true)) {
         for (std::size_t i = 0; i < block.lines.size(); ++i) {
             const std::string_view line = block.lines[i].text;
             const std::size_t sign = line.find('=');
             if (sign == std::string_view::npos && !line.empty())
                 refuse_bad_line(block, i);
-            if (!line.empty() && same(line.substr(0, sign), folded_key))
+            if (!line.empty() && folded_key && same(line.substr(0, sign), *folded_key))
                 return i;
         }
         return std::nullopt;
     }
     build_keys(block);
-    const auto found = block.keys->first.find(folded_key);
+    const auto found = folded_key ? block.keys->first.find(*folded_key) : block.keys->first.end();
     const std::size_t end = found == block.keys->first.end() ? block.lines.size() : found->second;
     if (block.keys->first_bad < end)
         refuse_bad_line(block, block.keys->first_bad);
@@ -401,9 +402,7 @@ std::string Text::Impl::leerclave(std::string_view section, std::string_view key
     Block* const block = find(section);
     if (!block)
         return {};
-    // A key that the file cannot hold is looked for all the same: a bad line is an error for it too. It holds a line
-    // break, so that no line is equal to it.
-    const auto at = find_key(*block, name(key).value_or(std::string(CRLF)));
+    const auto at = find_key(*block, name(key));
     if (!at)
         return {};
     const std::string_view line = block->lines[*at].text;

@@ -6,9 +6,9 @@
 
 namespace tavo {
 
-/// Leading number of a text: blanks before it are skipped, then the longest prefix that is a number (sign, digits, ".",
-/// exponent) is read; a blank inside ends it. 0 when there is none. Overflowing text gives the largest finite value of
-/// its sign, underflowing text 0.
+/// Leading number of a text: white space before it is skipped, then the longest prefix that is a number (sign, digits,
+/// ".", exponent) is read; a blank inside ends it. 0 when there is none. Overflowing text gives the largest finite
+/// value of its sign, underflowing text 0.
 double Val(std::string_view text);
 
 /// Number in one of the patterns in use: "0", "#" and "." as in "####0.0000", "##0.00", "###" (no digits for 0).
