@@ -36,7 +36,7 @@ struct Site {
 /// in a small one.
 ///
 /// InvalidArgument: a line without "=" in a section that is searched; a line break inside a text to be written.
-/// Overflow: a header shorter than two characters where its name is looked at.
+/// Overflow: a header shorter than two characters where its name is looked at; a text of 4 GiB.
 /// RewriteRefused: a text to be written holds a character outside the file's encoding.
 class Text {
 public:

@@ -14,12 +14,31 @@ namespace {
 
 constexpr std::string_view CRLF = "\r\n";
 
-/// A line and its end as read: a run of CRs with LF, a lone CR, or nothing at the end of the file.
-struct Line {
-    std::string_view text;
-    std::string_view end;
+/// A line and its end: a run of CRs with LF, a lone CR, or nothing at the end of the file. A file may have very many
+/// lines, so it takes 16 bytes.
+class Line {
+public:
+    /// No text holds more bytes than its lines can count.
+    static constexpr std::size_t MOST_BYTES = std::numeric_limits<std::uint32_t>::max() - 1;
 
-    bool is_header() const { return text.starts_with('['); }
+    Line() = default;
+    /// As read: the end follows the text at once.
+    Line(std::string_view text, std::size_t end)
+        : text_(text.data()), size_(static_cast<std::uint32_t>(text.size())), end_(static_cast<std::uint32_t>(end)) {}
+    /// That ends with CR LF, wherever the text stands.
+    static Line even(std::string_view text) { return {text, EVEN}; }
+
+    std::string_view text() const { return {text_, size_}; }
+    std::string_view end() const { return end_ == EVEN ? CRLF : std::string_view(text_ + size_, end_); }
+    void end_evenly() { end_ = EVEN; }
+    bool is_header() const { return text().starts_with('['); }
+
+private:
+    static constexpr std::uint32_t EVEN = std::numeric_limits<std::uint32_t>::max();
+
+    const char* text_ = "";
+    std::uint32_t size_ = 0;
+    std::uint32_t end_ = 0;  // bytes after the text, or EVEN
 };
 
 /// Where the keys of a long section stand.
@@ -37,7 +56,7 @@ struct Block {
     bool searched = false;  // for a key, at least once
     std::unique_ptr<KeyIndex> keys{};
 
-    bool has_short_header() const { return header.text.size() == 1; }
+    bool has_short_header() const { return header.text().size() == 1; }
 };
 
 /// Shorter sections are searched line by line; so is a longer one that is searched for the first time.
@@ -76,6 +95,11 @@ void refuse_line_break(std::string_view text) {
         throw InvalidArgument("a line break cannot be part of a section, key, value or line of a settings file");
 }
 
+void refuse_huge(std::string_view text) {
+    if (text.size() > Line::MOST_BYTES)
+        throw Overflow("a settings file cannot hold 4 GiB");
+}
+
 }  // namespace
 
 class Text::Impl {
@@ -108,7 +132,7 @@ private:
     void read(std::string_view bytes);
     void load(std::string body);
     std::string body() const;
-    std::string_view store(std::string text) { return buffers_.emplace_back(std::move(text)); }
+    std::string_view store(std::string text);
     void add_lines(std::string_view buffer);
     void add_line(Line line);
     void append(std::string bytes);
@@ -201,6 +225,7 @@ void Text::Impl::read(std::string_view bytes) {
 }
 
 void Text::Impl::load(std::string body) {
+    refuse_huge(body);
     blocks_.clear();
     by_name_.clear();
     short_headers_.clear();
@@ -208,6 +233,11 @@ void Text::Impl::load(std::string body) {
     uneven_from_ = 0;
     blocks_.push_back(std::make_unique<Block>());
     add_lines(store(std::move(body)));
+}
+
+std::string_view Text::Impl::store(std::string text) {
+    refuse_huge(text);
+    return buffers_.emplace_back(std::move(text));
 }
 
 std::string Text::Impl::body() const {
@@ -219,10 +249,10 @@ std::string Text::Impl::body() const {
                 use(line);
         }
     };
-    each_line([&size](const Line& line) { size += line.text.size() + line.end.size(); });
+    each_line([&size](const Line& line) { size += line.text().size() + line.end().size(); });
     std::string result;
     result.reserve(size);
-    each_line([&result](const Line& line) { result.append(line.text).append(line.end); });
+    each_line([&result](const Line& line) { result.append(line.text()).append(line.end()); });
     return result;
 }
 
@@ -237,14 +267,14 @@ void Text::Impl::add_lines(std::string_view buffer) {
         while (after < buffer.size() && buffer[after] == '\r')
             ++after;
         if (after == feed) {
-            add_line({buffer.substr(start, end - start), buffer.substr(end, after + 1 - end)});
+            add_line({buffer.substr(start, end - start), after + 1 - end});
             start = after + 1;
             continue;
         }
         // Lone carriage returns, or the end of the text.
-        add_line({buffer.substr(start, end - start), buffer.substr(end, std::min<std::size_t>(after - end, 1))});
+        add_line({buffer.substr(start, end - start), std::min<std::size_t>(after - end, 1)});
         for (std::size_t i = end + 1; i < after; ++i)
-            add_line({buffer.substr(i, 0), buffer.substr(i, 1)});
+            add_line({buffer.substr(i, 0), 1});
         start = after;
     }
     numbered_ = false;
@@ -258,14 +288,14 @@ void Text::Impl::add_line(Line line) {
     }
     Block& block = *blocks_.back();
     if (block.keys)
-        enter_key(*block.keys, line.text, block.lines.size());
+        enter_key(*block.keys, line.text(), block.lines.size());
     block.lines.push_back(line);
 }
 
 /// Bytes at the end of the file. A CR there joins the ones that are appended to it.
 void Text::Impl::append(std::string bytes) {
     const Line* last = last_line();
-    if (last && (last->end.empty() || (last->end.back() == '\r' && bytes.front() == '\r'))) {
+    if (last && (last->end().empty() || (last->end().back() == '\r' && bytes.front() == '\r'))) {
         load(body() + bytes);
         return;
     }
@@ -276,9 +306,9 @@ void Text::Impl::append(std::string bytes) {
 void Text::Impl::end_lines_evenly() {
     for (auto block = blocks_.rbegin(); block != blocks_.rend() && (*block)->place >= uneven_from_; ++block) {
         if (*block != blocks_.front())
-            (*block)->header.end = CRLF;
+            (*block)->header.end_evenly();
         for (Line& line : (*block)->lines)
-            line.end = CRLF;
+            line.end_evenly();
     }
     uneven_from_ = std::numeric_limits<std::uint64_t>::max();
 }
@@ -294,7 +324,7 @@ const Line* Text::Impl::last_line() const {
 
 /// Not for a short header.
 std::string_view Text::Impl::header_name(const Block& block) const {
-    const std::string_view name = block.header.text.substr(1);
+    const std::string_view name = block.header.text().substr(1);
     return utf8_ ? without_last_character(name) : name.substr(0, name.size() - 1);
 }
 
@@ -351,7 +381,7 @@ void Text::Impl::number_lines() const {
 std::optional<std::size_t> Text::Impl::find_key(Block& block, const std::optional<std::string>& folded_key) const {
     if (block.lines.size() < INDEXED_LENGTH || !std::exchange(block.searched, true)) {
         for (std::size_t i = 0; i < block.lines.size(); ++i) {
-            const std::string_view line = block.lines[i].text;
+            const std::string_view line = block.lines[i].text();
             const std::size_t sign = line.find('=');
             if (sign == std::string_view::npos && !line.empty())
                 refuse_bad_line(block, i);
@@ -373,7 +403,7 @@ void Text::Impl::build_keys(Block& block) const {
         return;
     block.keys = std::make_unique<KeyIndex>();
     for (std::size_t i = 0; i < block.lines.size(); ++i)
-        enter_key(*block.keys, block.lines[i].text, i);
+        enter_key(*block.keys, block.lines[i].text(), i);
 }
 
 void Text::Impl::enter_key(KeyIndex& keys, std::string_view line, std::size_t at) const {
@@ -387,7 +417,7 @@ void Text::Impl::enter_key(KeyIndex& keys, std::string_view line, std::size_t at
 void Text::Impl::refuse_bad_line(const Block& block, std::size_t at) const {
     number_lines();
     throw InvalidArgument("line " + std::to_string(block.number + static_cast<int>(at) + 1) + ", \"" +
-                          decoded(block.lines[at].text) + "\", in section " + decoded(block.header.text) +
+                          decoded(block.lines[at].text()) + "\", in section " + decoded(block.header.text()) +
                           " has no \"=\"");
 }
 
@@ -405,7 +435,7 @@ std::string Text::Impl::leerclave(std::string_view section, std::string_view key
     const auto at = find_key(*block, name(key));
     if (!at)
         return {};
-    const std::string_view line = block->lines[*at].text;
+    const std::string_view line = block->lines[*at].text();
     return decoded(trimmed(line.substr(line.find('=') + 1)));
 }
 
@@ -433,7 +463,7 @@ std::vector<std::pair<std::string, std::string>> Text::Impl::claves(std::string_
     if (!block)
         return keys;
     for (std::size_t i = 0; i < block->lines.size(); ++i) {
-        const std::string_view line = block->lines[i].text;
+        const std::string_view line = block->lines[i].text();
         if (line.empty())
             continue;
         const std::size_t sign = line.find('=');
@@ -454,7 +484,7 @@ void Text::Impl::escribirclave(std::string_view section, std::string_view key, s
     const auto changes = plan(folded(header), folded(key_bytes));
     if (!changes) {
         const Line* const last = last_line();
-        append(std::string(last && last->end.empty() ? CRLF : "").append(line).append(CRLF));
+        append(std::string(last && last->end().empty() ? CRLF : "").append(line).append(CRLF));
         return;
     }
     const std::string_view stored = store(line);
@@ -504,13 +534,13 @@ void Text::Impl::apply(const Change& change, std::string_view line) {
     std::vector<Line>& lines = change.block->lines;
     const std::size_t count = lines.size();
     if (change.key)
-        lines[*change.key] = {line, CRLF};
+        lines[*change.key] = Line::even(line);
     const auto searched_end = change.key ? lines.begin() + static_cast<std::ptrdiff_t>(*change.key) : lines.end();
-    lines.erase(std::remove_if(lines.begin(), searched_end, [](const Line& l) { return l.text.empty(); }),
+    lines.erase(std::remove_if(lines.begin(), searched_end, [](const Line& l) { return l.text().empty(); }),
                 searched_end);
     if (change.insert) {
-        lines.push_back({line, CRLF});
-        lines.push_back({{}, CRLF});
+        lines.push_back(Line::even(line));
+        lines.push_back(Line::even({}));
     }
     if (lines.size() != count)
         change.block->keys.reset();
@@ -541,23 +571,23 @@ int Text::Impl::reemplazarlinea(std::string_view old_line, std::string_view new_
         last = wanted->starts_with('[') ? replace_headers(*wanted, new_line) : replace_other_lines(*wanted, new_line);
     end_lines_evenly();
     const std::vector<Line>& beginning = blocks_.front()->lines;
-    const bool gained_mark = !utf8_ && !beginning.empty() && beginning.front().text.starts_with(UTF8_MARK);
+    const bool gained_mark = !utf8_ && !beginning.empty() && beginning.front().text().starts_with(UTF8_MARK);
     if (last > 0 && (gained_mark || wanted->starts_with('[') != new_line.starts_with('[')))
         read(bytes());  // as whoever reads the file next: headers came or went, or the encoding is another
     return last;
 }
 
 int Text::Impl::replace_headers(const std::string& old_line, std::string_view new_line) {
-    const Block model{.header = {old_line, {}}};
+    const Block model{.header = Line(old_line, 0)};
     std::vector<Block*> matches = namesakes(model);
-    std::erase_if(matches, [&](const Block* block) { return !same(block->header.text, old_line); });
+    std::erase_if(matches, [&](const Block* block) { return !same(block->header.text(), old_line); });
     if (matches.empty())
         return 0;
-    const Line replacement{store(encoded_for_writing(new_line)), CRLF};
+    const Line replacement = Line::even(store(encoded_for_writing(new_line)));
     number_lines();
     for (Block* block : matches) {
         remove_name(*block);
-        block->header.text = replacement.text;
+        block->header = replacement;
         if (replacement.is_header())
             enter_name(*block);
     }
@@ -570,11 +600,11 @@ int Text::Impl::replace_other_lines(const std::string& old_line, std::string_vie
     number_lines();
     for (const auto& block : blocks_) {
         for (std::size_t i = 0; i < block->lines.size(); ++i) {
-            if (!same(block->lines[i].text, old_line))
+            if (!same(block->lines[i].text(), old_line))
                 continue;
             if (!replacement)
-                replacement = Line{store(encoded_for_writing(new_line)), CRLF};
-            block->lines[i].text = replacement->text;
+                replacement = Line::even(store(encoded_for_writing(new_line)));
+            block->lines[i] = *replacement;
             block->keys.reset();
             last = block->number + static_cast<int>(i) + 1;
         }
