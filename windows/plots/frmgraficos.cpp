@@ -184,6 +184,7 @@ void frmgraficos::Form_Load() {
 
 void frmgraficos::Form_Unload() {
     estado_.plot_shown = 0;
+    estado_.set_status(QString());
     estado_.set_coordinates(QString());
     emit estado_.plot_window_changed(false);
 }
@@ -243,6 +244,7 @@ void frmgraficos::colocar() {
 // ---- What others ask of the plot
 
 void frmgraficos::actualiza() {
+    estado_.set_status(QString());  // what was read from the curves before is no longer true
     estado_.default_range.vmin = 0.0;
     estado_.default_range.vmax = VOLUME_DEFAULT;
     estado_.current_range.vmax = VOLUME_DEFAULT;
@@ -499,6 +501,8 @@ void frmgraficos::ampliar(double factor, std::optional<QPointF> about) {
 }
 
 void frmgraficos::predeterminado() {
+    if (arrastre_)
+        return;
     estado_.current_range = estado_.default_range;
     if (comprueba_rango())
         dibuja();
