@@ -2,6 +2,7 @@
 
 #include <QClipboard>
 #include <QTest>
+#include <QWheelEvent>
 
 #include "core/models.h"
 #include "tests/windows/support/plot_windows.h"
@@ -52,6 +53,9 @@ private slots:
     void starting_afresh_clears_the_rows();
     void the_button_shows_the_plot_and_names_the_rows_left_out();
     void the_return_key_shows_the_plot_but_in_a_list();
+    void the_return_key_presses_the_button_that_has_the_focus();
+    void the_wheel_chooses_only_where_the_focus_is();
+    void the_window_fits_a_small_screen_in_every_language();
     void a_gas_that_cannot_be_loaded_is_named_and_the_row_stays();
     void a_gas_is_found_by_typing_part_of_its_name();
     void a_changed_database_keeps_the_chosen_gases();
@@ -183,6 +187,8 @@ void tst_frmdatos::amounts_are_kept_inside_their_limits() {
         entry->setText(row.entered);
         QCOMPARE(entry->text(), row.text);
         QCOMPARE(last_message(), QString::fromUtf8(row.message));
+        if (*row.message)
+            QCOMPARE(entry->selectedText(), entry->text());
     }
     // The limit is that of the unit shown.
     w_->row(1, "CO2 ", PENG_ROBINSON, "300", "1");
@@ -397,6 +403,51 @@ void tst_frmdatos::the_return_key_shows_the_plot_but_in_a_list() {
     QVERIFY(!shows_plot(control<QComboBox>(window, "cmbecu", 1)));
 }
 
+void tst_frmdatos::the_return_key_presses_the_button_that_has_the_focus() {
+    w_->estado.register_window("frmcompuestos", [] { return new QWidget; });
+    QTest::keyClick(w_->estado.window("frmdatos"), Qt::Key_Return);  // nothing has the focus yet
+    QVERIFY(w_->estado.open_window("frmgraficos"));
+    w_->estado.open_window("frmgraficos")->close();
+    auto* parameters = control<QPushButton>(w_->datos(), "btparametros");
+    parameters->setFocus();
+    QTest::keyClick(parameters, Qt::Key_Return);
+    QVERIFY(w_->estado.open_window("frmcompuestos"));
+    QVERIFY(!w_->estado.open_window("frmgraficos"));
+}
+
+void tst_frmdatos::the_wheel_chooses_only_where_the_focus_is() {
+    frmdatos* window = w_->datos();
+    window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(window));
+    auto* models = control<QComboBox>(window, "cmbecu", 1);
+    const auto turn = [&] {
+        const QPointF at = models->rect().center();
+        QWheelEvent event(at, models->mapToGlobal(at), {}, {0, -120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                          false);
+        QCoreApplication::sendEvent(models, &event);
+        return models->currentIndex();
+    };
+    control<QCheckBox>(window, "Check", 1)->setFocus();
+    QCOMPARE(turn(), 0);
+    models->setFocus();
+    QCOMPARE(turn(), 1);
+}
+
+void tst_frmdatos::the_window_fits_a_small_screen_in_every_language() {
+    constexpr int WIDTH = 683, HEIGHT = 280;  // half of 1366, and what menus and bars leave of half of 768
+    const QStringList languages = w_->estado.languages();
+    for (const QString& language : languages) {
+        tavo::confreg::escribirclave(w_->estado.language_path(), "idioma", "idioma", language.toStdString(),
+                                     w_->estado.site());
+        w_->estado.load_languages();
+        frmdatos* window = w_->datos();
+        const QSize least = window->minimumSizeHint();
+        QVERIFY2(least.width() <= WIDTH && least.height() <= HEIGHT,
+                 qPrintable(QStringLiteral("%1: %2x%3").arg(language).arg(least.width()).arg(least.height())));
+        window->close();
+    }
+}
+
 void tst_frmdatos::a_gas_that_cannot_be_loaded_is_named_and_the_row_stays() {
     w_ = std::make_unique<VentanasGrafico>(
         "[general]\r\nn=2\r\n\r\n[G1]\r\nnombre=Malo\r\npm=10\r\ntc=0\r\npc=0\r\nvc=-1\r\nc(1,1)=-1\r\nc(1,2)=-1\r\n"
@@ -416,6 +467,11 @@ void tst_frmdatos::a_gas_that_cannot_be_loaded_is_named_and_the_row_stays() {
     w_->mensajes.vistos.clear();
     QTest::mouseClick(control<QPushButton>(window, "btactualiza"), Qt::LeftButton);
     QVERIFY(w_->mensajes.vistos.empty());
+    // Nothing of the gas before is left in the row.
+    QCOMPARE(QString::fromStdString(w_->slot(1).gas.name), "Bueno");
+    control<QComboBox>(window, "cmbgas", 1)->setCurrentIndex(0);
+    QCOMPARE(QString::fromStdString(w_->slot(1).gas.name), "");
+    QCOMPARE(w_->slot(1).gas.pm, 0.0);
 }
 
 void tst_frmdatos::a_gas_is_found_by_typing_part_of_its_name() {

@@ -1,5 +1,6 @@
 #include "windows/plots/frmdatos.h"
 
+#include <QAbstractItemView>
 #include <QCloseEvent>
 #include <QEvent>
 #include <QGridLayout>
@@ -54,6 +55,7 @@ namespace {
 constexpr double MOST_MOLES = 100.0, MOST_GRAMS = 1000.0;
 constexpr double MOST_KELVIN = 1000.0;
 constexpr int INFORMATION = 64;
+constexpr int SHORTEST_LIST = 16;  // characters, where the screen is too narrow for the whole texts
 const QString PLOT_WINDOW = QStringLiteral("frmgraficos");
 const QString PARAMETER_WINDOW = QStringLiteral("frmcompuestos");
 
@@ -168,6 +170,8 @@ void frmdatos::crear_fila(int i) {
     place(cmbecu[at], "cmbecu");
     cmbecu[at]->setFocusPolicy(Qt::StrongFocus);
     cmbecu[at]->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    for (QComboBox* list : std::initializer_list<QComboBox*>{cmbgas[at], cmbecu[at]})
+        list->setMinimumWidth(list->fontMetrics().horizontalAdvance(QString(SHORTEST_LIST, QLatin1Char('0'))));
     grid->addWidget(cmbecu[at], i + 1, 3);
     txttemp[at] = number(UpDown[at], "txttemp", "UpDown", 4);
     txtmol[at] = number(UpDown1[at], "txtmol", "UpDown1", 5);
@@ -189,6 +193,7 @@ void frmdatos::crear_fila(int i) {
 void frmdatos::crear_botones() {
     btparametros = new QPushButton(this);
     btparametros->setObjectName(QStringLiteral("btparametros"));
+    btparametros->setAutoDefault(true);  // with the focus it takes the return key itself
     btactualiza = new QPushButton(this);
     btactualiza->setObjectName(QStringLiteral("btactualiza"));
     btactualiza->setDefault(true);
@@ -255,9 +260,12 @@ void frmdatos::Form_Load() {
 
 void frmdatos::llenar_listas() {
     const auto captions = graficos::model_captions(estado_);
-    for (int i = 1; i <= ROWS; ++i)
+    for (int i = 1; i <= ROWS; ++i) {
+        QComboBox* list = cmbecu[static_cast<std::size_t>(i)];
         for (const std::string& caption : captions)
-            cmbecu[static_cast<std::size_t>(i)]->addItem(QString::fromStdString(caption));
+            list->addItem(QString::fromStdString(caption));
+        list->view()->setMinimumWidth(list->view()->sizeHintForColumn(0));  // whole texts, though the list is narrow
+    }
 }
 
 void frmdatos::mostrar_fila(int i) {
@@ -306,7 +314,9 @@ void frmdatos::closeEvent(QCloseEvent* event) {
 
 void frmdatos::keyPressEvent(QKeyEvent* event) {
     // A list keeps the key for its own choice.
-    const bool in_list = qobject_cast<QComboBox*>(focusWidget()) || qobject_cast<QComboBox*>(focusWidget()->parent());
+    const QWidget* focus = focusWidget();
+    const bool in_list =
+        focus && (qobject_cast<const QComboBox*>(focus) || qobject_cast<const QComboBox*>(focus->parent()));
     if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && !in_list)
         btactualiza->click();
     else
@@ -327,6 +337,11 @@ void frmdatos::guardar_cantidad(int i) {
 }
 
 bool frmdatos::eventFilter(QObject* watched, QEvent* event) {
+    const auto* models = qobject_cast<const QComboBox*>(watched);
+    if (event->type() == QEvent::Wheel && models && !models->isEditable() && !models->hasFocus()) {
+        event->ignore();  // the wheel that scrolls past chooses nothing; the lists of gases see to it themselves
+        return true;
+    }
     if (event->type() == QEvent::FocusIn) {
         const QString name = watched->objectName();
         estado_.current_row = name.at(name.size() - 2).digitValue();  // "txttemp(3)"
@@ -406,7 +421,8 @@ bool frmdatos::cargar(int i, bool reload) {
     } catch (const tavo::FloatingPointError& error) {
         fault = QString::fromUtf8(error.what());
     }
-    slot.gas.a = slot.gas.b = slot.gas.c = slot.gas.d = 0.0;
+    if (!slot.parameters)
+        slot.gas = {};  // nothing of the gas before
     return false;
 }
 
@@ -470,8 +486,8 @@ void frmdatos::txtmol_Change(int i) {
     if (box->value() > UpDown1[at]->maximum()) {
         const QString most = QString::fromStdString(tavo::to_text(UpDown1[at]->maximum()));
         box->setText(most);
-        avisar(
-            estado_.texto(441, QStringLiteral("%1: %2")).arg(estado_.texto(406, QStringLiteral("Valor máximo")), most));
+        const QString pattern = estado_.texto(441, QStringLiteral("%1: %2"));
+        avisar_y_seleccionar(pattern.arg(estado_.texto(406, QStringLiteral("Valor máximo")), most), box);
     }
     ranura(i).equation = static_cast<tavo::EquationOfState>(cmbecu[at]->currentIndex());
     ranura(i).temperature = txttemp[at]->value();

@@ -60,7 +60,7 @@ private:
     void mostrar_activa(int i);
     void mostrar_unidad(AmountUnit unit);
     void guardar_cantidad(int i);
-    /// Loads the row's slot; a gas that cannot be loaded leaves it without coefficients and with a sentence in fallo_.
+    /// Loads the row's slot; a gas that cannot be loaded leaves an empty record and a sentence in fallo_.
     bool cargar(int i, bool reload);
     void avisar(const QString& texto);
     void avisar_y_seleccionar(const QString& texto, EntradaNumerica* caja);
