@@ -54,6 +54,7 @@ void ListaGases::wheelEvent(QWheelEvent* event) {
 
 void ListaGases::settle() {
     const QString typed = lineEdit()->text().trimmed();
+    lineEdit()->setCursorPosition(0);  // a name begins with its formula
     if (typed == currentText() && typed == itemText(currentIndex()))
         return;
     int found = typed.isEmpty() ? -1 : findText(typed, Qt::MatchFixedString);

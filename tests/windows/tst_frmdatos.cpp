@@ -502,6 +502,12 @@ void tst_frmdatos::a_gas_is_found_by_typing_part_of_its_name() {
     QCOMPARE(gases->currentText(), chosen);
     press("(", Qt::Key_Tab);  // many
     QCOMPARE(gases->currentText(), chosen);
+    // A list that is left shows the beginning of its name, the formula.
+    gases->setCurrentIndex(12);
+    gases->lineEdit()->setFocus(Qt::TabFocusReason);
+    gases->lineEdit()->end(false);
+    control<QCheckBox>(window, "Check", 1)->setFocus(Qt::TabFocusReason);
+    QCOMPARE(gases->lineEdit()->cursorPosition(), 0);
 }
 
 void tst_frmdatos::a_changed_database_keeps_the_chosen_gases() {

@@ -147,6 +147,7 @@ void frmdatos::crear_fila(int i) {
     const auto number = [&](::UpDown*& spin, const char* box_name, const char* spin_name, int column) {
         auto* box = new EntradaNumerica(this);
         box->setMinimumWidth(box->fontMetrics().horizontalAdvance(QStringLiteral("00000.0000")));
+        box->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);  // the room belongs to the names
         place(box, box_name);
         spin = new ::UpDown(this);
         spin->setObjectName(element(spin_name, i));
