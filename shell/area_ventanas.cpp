@@ -1,9 +1,12 @@
 #include "shell/area_ventanas.h"
 
+#include <QAction>
 #include <QDialog>
 #include <QEvent>
 #include <QMdiSubWindow>
+#include <QMenu>
 #include <QScreen>
+#include <QShortcut>
 #include <QStyle>
 
 #include <algorithm>
@@ -24,6 +27,8 @@ AreaVentanas::AreaVentanas(QWidget* parent) : QMdiArea(parent) {
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setFrameShape(QFrame::NoFrame);
+    for (const Qt::Key key : {Qt::Key_F4, Qt::Key_W})
+        new QShortcut(QKeySequence(Qt::CTRL | key), this, [this] { closeActiveSubWindow(); });
 }
 
 void AreaVentanas::mostrar(QWidget* ventana) {
@@ -68,6 +73,9 @@ QMdiSubWindow* AreaVentanas::alojar(QWidget* ventana) {
     sub->setObjectName(ventana->objectName() + QStringLiteral("_marco"));
     sub->setWindowIcon(ventana->windowIcon());
     ventana->installEventFilter(this);
+    // The area has the keys for closing; those of a frame's own menu work only while it is maximised.
+    for (QAction* action : sub->systemMenu()->actions())
+        action->setShortcuts(QList<QKeySequence>());
     // The frame goes with its window, whichever of the two is closed.
     connect(ventana, &QObject::destroyed, sub, &QObject::deleteLater);
     connect(sub, &QObject::destroyed, &oyente_, [this, sub] {

@@ -211,6 +211,7 @@ frmprincipal::~frmprincipal() {
 
 void frmprincipal::tamano_inicial() {
     const QRect available = screen()->availableGeometry();
+    setMinimumSize(QSize(480, 320).boundedTo(available.size()));  // below it the status line's parts would overlap
     resize(QSize(1180, 760).boundedTo(available.size() * 0.9));
     move(available.center() - rect().center());
     if (available.width() < 1000 || available.height() < 600)

@@ -95,6 +95,7 @@ private slots:
     void children_are_seen_whole_and_remember_their_place();
     void a_large_child_leaves_the_title_below_it_free();
     void a_child_larger_than_the_area_is_maximised();
+    void keys_close_the_child_in_front();
     void dialogs_stand_in_front();
     void status_line();
     void leaving_ends_the_program_data();
@@ -548,6 +549,24 @@ void tst_frmprincipal::a_child_larger_than_the_area_is_maximised() {
     start();
     estado_->show_window("frmgraficos");
     QVERIFY(estado_->open_window("frmgraficos")->parentWidget()->isMaximized());
+}
+
+void tst_frmprincipal::keys_close_the_child_in_front() {
+    start_with_all_windows();
+    principal_->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&*principal_));
+    for (const bool maximised : {false, true}) {
+        for (const Qt::Key key : {Qt::Key_F4, Qt::Key_W}) {
+            entry("mnucrit")->trigger();
+            entry("mnudato")->trigger();
+            if (maximised)
+                area()->activeSubWindow()->showMaximized();
+            principal_->findChild<QToolButton*>("nuevo")->setFocus();  // wherever the focus is
+            QTest::keyClick(&*principal_, key, Qt::ControlModifier);
+            QVERIFY(!estado_->open_window("frmdatos"));
+            QVERIFY(estado_->open_window("frmtabla"));
+        }
+    }
 }
 
 void tst_frmprincipal::dialogs_stand_in_front() {
