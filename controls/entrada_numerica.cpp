@@ -63,7 +63,7 @@ void EntradaNumerica::focusOutEvent(QFocusEvent* event) {
     QLineEdit::focusOutEvent(event);
     const bool elsewhere = event->reason() != Qt::PopupFocusReason && event->reason() != Qt::ActiveWindowFocusReason &&
                            event->reason() != Qt::MenuBarFocusReason;
-    if (elsewhere && isEnabled())
+    if (elsewhere && isEnabled() && isVisible())  // the user did not leave a box that was taken away
         emit LostFocus();
 }
 

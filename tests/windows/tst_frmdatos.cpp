@@ -216,6 +216,20 @@ void tst_frmdatos::leaving_a_box_without_an_amount_is_answered() {
     type(entry, "2");
     QTest::keyClick(entry, Qt::Key_Tab);
     QCOMPARE(w_->mensajes.vistos.size(), 1U);
+
+    // A window that is closed does not hold its user back; the focus goes to what lies beside it.
+    QWidget frame;
+    QPushButton beside(&frame);
+    window->setParent(&frame);
+    window->show();
+    frame.show();
+    frame.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&frame));
+    type(entry, "0");
+    QVERIFY(entry->hasFocus());
+    window->close();
+    QVERIFY(beside.hasFocus());
+    QCOMPARE(w_->mensajes.vistos.size(), 1U);
 }
 
 void tst_frmdatos::the_spin_buttons_step_their_boxes() {

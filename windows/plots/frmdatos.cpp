@@ -427,6 +427,13 @@ bool frmdatos::cargar(int i, bool reload) {
     return false;
 }
 
+void frmdatos::cargar_eleccion(int i) {
+    if (cargar(i, true))
+        return;
+    const QString sentence = estado_.texto(553, QStringLiteral("No se puede cargar el gas de la fila %1.")).arg(i);
+    avisar(sentence + '\n' + fallo_[static_cast<std::size_t>(i)]);
+}
+
 void frmdatos::Check_Click(int i) {
     mostrar_activa(i);
     if (!cargando_)
@@ -436,23 +443,17 @@ void frmdatos::Check_Click(int i) {
 void frmdatos::cmbgas_Click(int i) {
     if (cargando_)
         return;
-    const auto at = static_cast<std::size_t>(i);
-    ranura(i).gas_number = static_cast<std::int16_t>(cmbgas[at]->currentIndex() + 1);
-    if (!cargar(i, true))
-        avisar(estado_.texto(553, QStringLiteral("No se puede cargar el gas de la fila %1.")).arg(i) + '\n' +
-               fallo_[at]);
+    ranura(i).gas_number = static_cast<std::int16_t>(cmbgas[static_cast<std::size_t>(i)]->currentIndex() + 1);
+    cargar_eleccion(i);
 }
 
 void frmdatos::cmbecu_Click(int i) {
     if (cargando_)
         return;
-    const auto at = static_cast<std::size_t>(i);
-    ranura(i).equation = static_cast<tavo::EquationOfState>(cmbecu[at]->currentIndex());
+    ranura(i).equation = static_cast<tavo::EquationOfState>(cmbecu[static_cast<std::size_t>(i)]->currentIndex());
     if (ranura(i).equation == tavo::EquationOfState::Virial)
         avisar(estado_.texto(87) + '\r' + estado_.texto(88) + '\r' + estado_.texto(89));
-    if (!cargar(i, true))
-        avisar(estado_.texto(553, QStringLiteral("No se puede cargar el gas de la fila %1.")).arg(i) + '\n' +
-               fallo_[at]);
+    cargar_eleccion(i);
 }
 
 void frmdatos::txttemp_Change(int i) {

@@ -62,6 +62,7 @@ private:
     void guardar_cantidad(int i);
     /// Loads the row's slot; a gas that cannot be loaded leaves an empty record and a sentence in fallo_.
     bool cargar(int i, bool reload);
+    void cargar_eleccion(int i);  // after a new choice; tells why when it fails
     void avisar(const QString& texto);
     void avisar_y_seleccionar(const QString& texto, EntradaNumerica* caja);
     void avisar_filas_omitidas();
