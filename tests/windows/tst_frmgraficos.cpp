@@ -91,13 +91,13 @@ void tst_frmgraficos::init() {
 }
 
 void tst_frmgraficos::loading_takes_the_rows_and_sets_the_default_ranges() {
-    const PlotRange expected{0.0, -75.0, 5.0, 175.0};
+    const PlotRange expected{0.0, -80.0, 5.0, 120.0};
     QVERIFY(w_->estado.default_range == expected);
     QVERIFY(range() == expected);
     QCOMPARE(control<QLabel>(plot_, "x0y0x")->text(), "0.00");
-    QCOMPARE(control<QLabel>(plot_, "x0y0y")->text(), "-75.00");
+    QCOMPARE(control<QLabel>(plot_, "x0y0y")->text(), "-80.00");
     QCOMPARE(control<QLabel>(plot_, "x1y0")->text(), "5.00");
-    QCOMPARE(control<QLabel>(plot_, "x0y1")->text(), "175.00");
+    QCOMPARE(control<QLabel>(plot_, "x0y1")->text(), "120.00");
     QCOMPARE(control<QLabel>(plot_, "lbx")->text(), "V (l)");
     QCOMPARE(control<QLabel>(plot_, "lby")->text(), "P (atm.)");
     QCOMPARE(plot_->windowTitle(), QString(w_->estado.texto(3)).remove('&'));
@@ -310,7 +310,7 @@ void tst_frmgraficos::the_keyboard_moves_zooms_and_goes_back() {
     QTest::keyClick(surface_, Qt::Key_Right);  // from the middle
     QVERIFY(coordinates.back().front().toString().contains("2.5500"));
     QTest::keyClick(surface_, Qt::Key_Up, Qt::ShiftModifier);
-    QVERIFY(coordinates.back().front().toString().contains("75.0000"));
+    QVERIFY(coordinates.back().front().toString().contains("40.0000"));
     QTest::keyClick(surface_, Qt::Key_Return);
     QVERIFY(status.back().front().toString().contains("P5 = "));
     plot_->actualiza();  // the reading belongs to the curves before

@@ -102,11 +102,9 @@ bool drawn(const EquationSlot& slot) {
     return slot.active && obstacle(slot) == Obstacle::None;
 }
 
-/// Left end of what is worth showing between two volumes of which the smaller is `low`.
-double spike_end(const EquationSlot& slot, double low, double high) {
-    const double critical = SPIKE_COVOLUMES * excluded_volume(slot);
-    const bool resolved = critical >= (high - low) / SEGMENTS;
-    return resolved ? critical : high * SPIKE_FRACTION;
+/// Left end of what is worth showing of a curve without a loop, up to the volume `high`.
+double spike_end(const EquationSlot& slot, double high) {
+    return std::max(SPIKE_COVOLUMES * excluded_volume(slot), high * SPIKE_FRACTION);
 }
 
 }  // namespace
@@ -148,7 +146,7 @@ std::optional<PressureRange> pressure_range(const EquationSlot& slot, double v1,
     auto loop = loop_of(slot);
     if (loop && loop->right < low + 2.0 * step && low < loop->left)
         loop.reset();  // too narrow to be seen: the gas branch is the picture
-    double start = loop ? loop->left : spike_end(slot, low, high);
+    double start = loop ? loop->left : spike_end(slot, high);
     if (start >= high)
         start = 0.5 * (outside + high);
     start = std::max(start, outside);

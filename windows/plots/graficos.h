@@ -45,7 +45,7 @@ struct PressureRange {
 
 /// Pressures that a picture of the slot between two volumes should show: the loop with its tie line and the gas
 /// branch. The spike is left out: what lies left of the saturated liquid, without a loop what lies left of three
-/// co-volumes, or of a 25th of the larger volume where the curve is a hyperbola from the axis on. Volumes inside the
+/// co-volumes and of a 25th of the larger volume. Volumes inside the
 /// co-volume are never looked at. Empty where the slot shows nothing there.
 std::optional<PressureRange> pressure_range(const EquationSlot& slot, double v1, double v2);
 
