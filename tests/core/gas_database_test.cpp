@@ -246,8 +246,10 @@ TEST(GasLoader, DietericiSadusHasItsCriticalPointClose) {
     const auto rises = [&slot, &k, pc](double t) {  // the steepest rise of P/Pc with V anywhere on the isotherm
         slot.temperature = t;
         double steepest = -1.0;
-        for (double v = 0.3 * k.b; v < 3.0 * k.b; v *= 1.001)
+        for (int i = 0; i < 2300; ++i) {  // up to 3 b
+            const double v = 0.3 * k.b * std::pow(1.001, i);
             steepest = std::max(steepest, (pressure(slot, v * 1.001) - pressure(slot, v)) / (0.001 * pc));
+        }
         return steepest;
     };
     EXPECT_GT(rises(0.99 * tc), 0.01);

@@ -108,8 +108,8 @@ void tst_application_state::missing_files_are_errors() {
     std::filesystem::remove(home.path() / "idioma.lng");
     std::filesystem::remove(home.path() / "data");
     ApplicationState estado(home.path());
-    QVERIFY_EXCEPTION_THROWN(estado.load_languages(), tavo::FileNotFound);
-    QVERIFY_EXCEPTION_THROWN(estado.load_gases(), tavo::FileNotFound);
+    QVERIFY_THROWS_EXCEPTION(tavo::FileNotFound, estado.load_languages());
+    QVERIFY_THROWS_EXCEPTION(tavo::FileNotFound, estado.load_gases());
 }
 
 void tst_application_state::windows_are_made_once() {

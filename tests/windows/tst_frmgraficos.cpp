@@ -134,7 +134,8 @@ void tst_frmgraficos::the_layout_keeps_its_proportions() {
             const double x = surface_->x() + surface_->width() * i / 10.0;
             const auto* vertical = plot_->findChild<LineaRejilla*>(QStringLiteral("Linev(%1)").arg(i));
             const auto* horizontal = plot_->findChild<LineaRejilla*>(QStringLiteral("Lineh(%1)").arg(i));
-            QVERIFY(vertical && horizontal);
+            if (!vertical || !horizontal)
+                QFAIL("a grid line is missing");
             QVERIFY(std::abs(vertical->line.x1() - x) <= 1.0);
             QVERIFY(horizontal->line.y1() <= surface_->geometry().bottom() + 1.5);
         }

@@ -390,7 +390,7 @@ void tst_frmprincipal::units_back_and_forth() {
 void tst_frmprincipal::a_failed_change_of_unit_leaves_the_ticks() {
     start_with_all_windows();
     calls_.append("fail");
-    QVERIFY_EXCEPTION_THROWN(principal_->mnugramos_Click(), std::runtime_error);
+    QVERIFY_THROWS_EXCEPTION(std::runtime_error, principal_->mnugramos_Click());
     QCOMPARE(estado_->amount_unit(), AmountUnit::Moles);
     QVERIFY(entry("mnumoles")->isChecked() && !entry("mnugramos")->isChecked());
 }

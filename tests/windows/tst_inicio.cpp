@@ -69,7 +69,7 @@ void tst_inicio::the_splash_is_followed_by_the_main_window() {
 void tst_inicio::a_missing_language_file_stops_the_start() {
     std::filesystem::remove(home_->path() / "idioma.lng");
     Inicio inicio(*estado_, mensajes_);
-    QVERIFY_EXCEPTION_THROWN(inicio.empezar(true), tavo::FileNotFound);
+    QVERIFY_THROWS_EXCEPTION(tavo::FileNotFound, inicio.empezar(true));
     QVERIFY(!splash());
 }
 
@@ -88,10 +88,10 @@ void tst_inicio::a_missing_database_stops_the_start() {
         inicio.empezar(true);
         QTest::keyClick(splash(), Qt::Key_Escape);
         QCOMPARE(failed.count(), 1);
-        QVERIFY_EXCEPTION_THROWN(std::rethrow_exception(failed.first().first().value<std::exception_ptr>()),
-                                 tavo::FileNotFound);
+        QVERIFY_THROWS_EXCEPTION(tavo::FileNotFound,
+                                 std::rethrow_exception(failed.first().first().value<std::exception_ptr>()));
     } else {
-        QVERIFY_EXCEPTION_THROWN(inicio.empezar(false), tavo::FileNotFound);
+        QVERIFY_THROWS_EXCEPTION(tavo::FileNotFound, inicio.empezar(false));
     }
     QVERIFY(!inicio.principal()->isVisible());
 }
