@@ -242,47 +242,35 @@ void expect_whole(TestDisk& disk, Kept kept, const Job& job, const std::string& 
     EXPECT_EQ(disk.content(LANGUAGES), OTHER_TEXT) << job.what << when;
 }
 
-TEST(Crash, StoppedAtAnyStepLeavesTheOldOrTheNewText) {
-    for (const Job& job : jobs()) {
-        const std::string wanted = new_text(job);
-        for (Kept kept : ALL_KEPT) {
-            for (int stop = 0, stopped = true; stopped; ++stop) {
-                TestDisk disk = disk_with(job.old_text);
-                disk.stop_at = stop;
-                try {
-                    job.run(site(disk));
-                    stopped = false;
-                } catch (const Stopped&) {
-                }
-                expect_whole(
-                    disk, kept, job, wanted,
-                    " stopped at step " + std::to_string(stop) + ", kept " + std::to_string(static_cast<int>(kept)));
-            }
-        }
+/// Runs the job; false when it was stopped on the way.
+bool comes_to_an_end(const Job& job, TestDisk& disk) {
+    try {
+        job.run(site(disk));
+    } catch (const Stopped&) {
+        return false;
+    } catch (const Error&) {
     }
+    return true;
 }
 
-TEST(Crash, StoppedWhilePuttingTheOldTextBack) {
+// Also while a job with a step that failed puts the old text back; the last round has no such step.
+TEST(Crash, StoppedAtAnyStepLeavesTheOldOrTheNewText) {
     for (const Job& job : jobs()) {
         const std::string wanted = new_text(job);
         TestDisk whole = disk_with(job.old_text);
         job.run(site(whole));
-        for (int refused = 0; refused < whole.steps(); ++refused) {
+        for (int refused = 0; refused <= whole.steps(); ++refused) {
             for (Kept kept : ALL_KEPT) {
-                for (int stop = refused + 1, stopped = true; stopped; ++stop) {
+                const int first = refused < whole.steps() ? refused + 1 : 0;
+                for (int stop = first, stopped = true; stopped; ++stop) {
                     TestDisk disk = disk_with(job.old_text);
                     disk.refuse_from = refused;
                     disk.refuse_until = refused + 1;
                     disk.stop_at = stop;
-                    try {
-                        job.run(site(disk));
-                        stopped = false;
-                    } catch (const Stopped&) {
-                    } catch (const Error&) {
-                        stopped = false;
-                    }
+                    stopped = !comes_to_an_end(job, disk);
                     expect_whole(disk, kept, job, wanted,
-                                 " refused at " + std::to_string(refused) + ", stopped at " + std::to_string(stop));
+                                 " refused at " + std::to_string(refused) + ", stopped at " + std::to_string(stop) +
+                                     ", kept " + std::to_string(static_cast<int>(kept)));
                 }
             }
         }
@@ -323,12 +311,10 @@ TEST(Recovery, TellsACutFileFromAnUntouchedOne) {
     } cases[] = {
         {"cut short", "[a]\r\nx=", "[a]\r\nx=1\r\n", Recovery::Completed, "[a]\r\nx=1\r\n"},
         {"only truncated", "", "[a]\r\nx=1\r\n", Recovery::Completed, "[a]\r\nx=1\r\n"},
-        {"cut short by a power cut", "[a]" + nul + nul, "[a]\r\nx=1\r\n", Recovery::Completed, "[a]\r\nx=1\r\n"},
         {"cut short with holes", "[a]" + nul + nul + "x=", "[a]\r\nx=1\r\n", Recovery::Completed, "[a]\r\nx=1\r\n"},
         {"being put back", nul + "a]\r\ny=1", "[a]\r\nx=1\r\n", Recovery::Completed, "[a]\r\nx=1\r\n"},
         {"not begun", "[a]\r\ny=1\r\n", "[a]\r\nx=1\r\n", Recovery::Removed, "[a]\r\ny=1\r\n"},
         {"finished", "[a]\r\nx=1\r\n", "[a]\r\nx=1\r\n", Recovery::Removed, "[a]\r\nx=1\r\n"},
-        {"longer than the left-over", "[a]\r\nx=1\r\n", "[a]\r\n", Recovery::Removed, "[a]\r\nx=1\r\n"},
         {"an appended text, left-over incomplete", "[a]\r\n", nul + "a]\r\nx=", Recovery::Removed, "[a]\r\n"},
         {"a left-over without text", "[a]\r\n", "", Recovery::Removed, "[a]\r\n"},
         {"an empty file, left-over of the other file", "", OTHER_TEXT, Recovery::Removed, ""},
@@ -360,10 +346,10 @@ TEST(Recovery, TellsACutFileFromAnUntouchedOne) {
 std::string refusal(const Job& job, TestDisk& disk) {
     try {
         job.run(site(disk));
-        ADD_FAILURE() << job.what << " went through";
     } catch (const RewriteRefused& e) {
         return e.what();
     }
+    ADD_FAILURE() << job.what << " went through";
     return "";
 }
 
@@ -488,16 +474,14 @@ protected:
     const fs::path file_ = folder_ / "data";
 };
 
-TEST_F(RealDisk, RefusesInAReadOnlyFolder) {
-    fs::permissions(folder_, fs::perms::all & ~WRITING);
-    const std::string sentence = refused();
-    EXPECT_NE(sentence.find("fich.tmp cannot be created"), std::string::npos) << sentence;
-}
-
-TEST_F(RealDisk, RefusesAReadOnlyFile) {
-    fs::permissions(file_, fs::perms::all & ~WRITING);
-    const std::string sentence = refused();
-    EXPECT_NE(sentence.find("the file cannot be written"), std::string::npos) << sentence;
+TEST_F(RealDisk, RefusesWhatIsReadOnly) {
+    for (const auto& [path, reason] :
+         {std::pair{folder_, "fich.tmp cannot be created"}, {file_, "the file cannot be written"}}) {
+        fs::permissions(path, fs::perms::all & ~WRITING);
+        const std::string sentence = refused();
+        EXPECT_NE(sentence.find(reason), std::string::npos) << sentence;
+        fs::permissions(path, fs::perms::all);
+    }
 }
 
 TEST_F(RealDisk, RefusesWhenTheSystemWritesOnlyAPart) {

@@ -2,10 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <array>
 #include <cctype>
 #include <cmath>
-#include <limits>
 #include <map>
 #include <string>
 
@@ -119,9 +118,12 @@ TEST(GasLoader, ReloadAndKeepDecideAboutTheCoefficients) {
         EquationOfState equation;
         bool reload, keep, loads;
     };
-    for (const Case& c : {Case{VanDerWaals, true, true, true}, Case{VanDerWaals, true, false, true},
-                          Case{VanDerWaals, false, false, true}, Case{VanDerWaals, false, true, false},
-                          Case{IdealGas, true, false, false}}) {
+    const Case cases[]{{VanDerWaals, true, true, true},
+                       {VanDerWaals, true, false, true},
+                       {VanDerWaals, false, false, true},
+                       {VanDerWaals, false, true, false},
+                       {IdealGas, true, false, false}};
+    for (const Case& c : cases) {
         GasRecord record;
         record.a = 7.0;
         double t = 300.0, mu = 1.5;
@@ -201,63 +203,6 @@ TEST(GasLoader, StoredAttractionNeedsNoCriticalPressure) {
     }
 }
 
-TEST(GasLoader, CriticalPointIsThatOfTheGas) {
-    const double tc = 304.1282, pc = 72.8083;
-    struct Case {
-        EquationOfState equation;
-        double mu, reduced_volume;  // Vc/b
-        double tolerance;           // of Pc: models with rounded constants miss it a little
-    };
-    const Case cases[]{
-        {VanDerWaals, 1.5, 3.0, 1e-13},
-        {Berthelot, 1.5, 3.0, 1e-13},
-        {Dieterici, 1.5, 2.0, 1e-13},
-        {RedlichKwong, 1.5, 1.0 / (std::cbrt(2.0) - 1.0), 1e-13},
-        {FreeExponent, 1.5, 5.0, 1e-12},
-        {FreeExponent, 3.0, 2.0, 1e-12},
-        {Soave, 1.5, 1.0 / (std::cbrt(2.0) - 1.0), 1e-4},
-        {PengRobinson, 1.5, 3.9513730, 1e-4},
-    };
-    for (const Case& c : cases) {
-        EquationSlot slot;
-        slot.equation = c.equation;
-        slot.temperature = tc;
-        slot.mu = c.mu;
-        const auto k = derive(c.equation, tc, pc, 0.2239, c.mu, tc);
-        slot.gas.a = k.a;
-        slot.gas.b = k.b;
-        const double vc = c.reduced_volume * k.b;
-        const std::string name(find_model(c.equation)->name);
-        EXPECT_NEAR(pressure(slot, vc) / pc, 1.0, c.tolerance) << name;
-        // First and second derivative vanish: what is left is of third order.
-        for (const double h : {1e-3, -1e-3})
-            EXPECT_NEAR(pressure(slot, vc * (1.0 + h)) / pc, 1.0, c.tolerance + 1e-8) << name;
-    }
-}
-
-// The rounded constants of the model put its own critical point at 1.0024 Tc: a last trace of the loop is left at Tc.
-TEST(GasLoader, DietericiSadusHasItsCriticalPointClose) {
-    const double tc = 304.1282, pc = 72.8083;
-    const auto k = derive(DietericiSadus, tc, pc, 0.0, 0.0, tc);
-    EquationSlot slot;
-    slot.equation = DietericiSadus;
-    slot.gas.a = k.a;
-    slot.gas.b = k.b;
-    const auto rises = [&slot, &k, pc](double t) {  // the steepest rise of P/Pc with V anywhere on the isotherm
-        slot.temperature = t;
-        double steepest = -1.0;
-        for (int i = 0; i < 2300; ++i) {  // up to 3 b
-            const double v = 0.3 * k.b * std::pow(1.001, i);
-            steepest = std::max(steepest, (pressure(slot, v * 1.001) - pressure(slot, v)) / (0.001 * pc));
-        }
-        return steepest;
-    };
-    EXPECT_GT(rises(0.99 * tc), 0.01);
-    EXPECT_LT(rises(1.003 * tc), 0.0);
-    slot.temperature = tc;
-    EXPECT_NEAR(pressure(slot, 0.6527 * k.b) / pc, 1.0, 1e-3);
-}
-
 TEST(LoadSlot, ReloadClearsTheParameterFlagAndARefreshKeepsIt) {
     const confreg::Text data = database("c(6,3)=1.8\r\n");
     EquationSlot slot;
@@ -265,17 +210,14 @@ TEST(LoadSlot, ReloadClearsTheParameterFlagAndARefreshKeepsIt) {
     slot.equation = FreeExponent;
     slot.parameters = true;
     slot.gas.a = 7.0;
-    load_slot(data, slot, false);
-    EXPECT_TRUE(slot.parameters);
-    EXPECT_EQ(slot.gas.a, 7.0);
-    EXPECT_EQ(slot.mu, 1.5);
-    load_slot(data, slot, true);
-    EXPECT_FALSE(slot.parameters);
-    EXPECT_NE(slot.gas.a, 7.0);
-    EXPECT_EQ(slot.mu, 1.8);
     slot.temperature = 0.0;
-    load_slot(data, slot, false);
-    EXPECT_EQ(slot.temperature, 1e-05);
+    for (const bool reload : {false, true}) {
+        load_slot(data, slot, reload);
+        EXPECT_EQ(slot.parameters, !reload);
+        EXPECT_EQ(slot.gas.a == 7.0, !reload);
+        EXPECT_EQ(slot.mu, reload ? 1.8 : 1.5);
+        EXPECT_EQ(slot.temperature, 1e-05);
+    }
     slot.gas_number = 0;
     load_slot(data, slot, true);
     EXPECT_EQ(slot.gas.name, "");
@@ -332,34 +274,31 @@ double molar_mass(std::string_view& formula) {
 TEST(ShippedDatabase, HasTheLayoutThatTheEditorWrites) {
     const std::string bytes = shipped_bytes();
     EXPECT_EQ(windows1252_from_utf8(utf8_from_windows1252(bytes)), bytes);
-    EXPECT_FALSE(bytes.starts_with(UTF8_MARK));
-    for (std::size_t i = 0; i < bytes.size(); ++i)
-        ASSERT_EQ(bytes[i] == '\n', i > 0 && bytes[i - 1] == '\r' && bytes[i] == '\n') << "line end at byte " << i;
-    EXPECT_EQ(std::count(bytes.begin(), bytes.end(), '\r'), std::count(bytes.begin(), bytes.end(), '\n'));
     EXPECT_NE(bytes.find("\r\nnombre=CO2 (di\xF3xido de carbono)\r\n"), std::string::npos);
-
     const confreg::Text data(bytes);
     ASSERT_EQ(gas_count(data), 60);
     const auto sections = data.listasecciones();
     ASSERT_EQ(sections.size(), 61u);
     EXPECT_EQ(sections[0], "General");
-    const char* const keys[]{"nombre", "pm",     "tc",     "pc",     "vc",     "teb",    "hv",     "c(1,1)",
-                             "c(1,2)", "c(2,1)", "c(2,2)", "c(3,1)", "c(3,2)", "c(4,1)", "c(4,2)", "c(5,1)",
-                             "c(5,2)", "c(5,3)", "c(5,4)", "c(6,1)", "c(6,2)", "c(6,3)", "c(7,1)", "c(7,2)",
-                             "c(7,3)", "c(8,1)", "c(8,2)", "c(8,3)", "c(9,1)", "c(9,2)"};
+    std::vector<std::string> keys{"nombre", "pm", "tc", "pc", "vc", "teb", "hv"};
+    for (const Model& model : models())
+        for (int k = 1; k <= model.stored; ++k)
+            keys.push_back("c(" + std::to_string(static_cast<int>(model.number)) + "," + std::to_string(k) + ")");
+    std::string layout = "[General]\r\nn=60\r\n";  // as the editor writes it, with its line ends and without a mark
     for (std::size_t gas = 1; gas <= 60; ++gas) {
         EXPECT_EQ(sections[gas], "G" + std::to_string(gas));
-        std::string section = bytes.substr(bytes.find("[G" + std::to_string(gas) + "]\r\n"));
-        std::size_t at = section.find('\n') + 1;
-        for (const char* key : keys) {
-            const std::string start = std::string(key) + "=";
-            EXPECT_EQ(section.substr(at, start.size()), start) << "gas " << gas;
-            const std::string value = section.substr(at + start.size(), section.find('\r', at) - at - start.size());
-            const bool acentric = start == "c(7,3)=" || start == "c(8,3)=";
-            EXPECT_TRUE(!start.starts_with("c(") || acentric || value == "-1") << "gas " << gas << ' ' << key;
-            at = section.find('\n', at) + 1;
+        layout += "\r\n[" + sections[gas] + "]\r\n";
+        const auto entries = data.claves(sections[gas]);
+        ASSERT_EQ(entries.size(), keys.size());
+        for (std::size_t i = 0; i < keys.size(); ++i) {
+            const auto& [key, value] = entries[i];
+            EXPECT_EQ(key, keys[i]) << "gas " << gas;
+            const bool acentric = key == "c(7,3)" || key == "c(8,3)";
+            EXPECT_TRUE(!key.starts_with("c(") || acentric || value == "-1") << "gas " << gas << ' ' << key;
+            layout.append(key).append("=").append(value).append("\r\n");
         }
     }
+    EXPECT_EQ(utf8_from_windows1252(bytes), layout);
 }
 
 TEST(ShippedDatabase, EveryGasIsPhysicallySound) {
@@ -378,14 +317,10 @@ TEST(ShippedDatabase, EveryGasIsPhysicallySound) {
         }
         EXPECT_GT(gas.zc, 0.11);  // hydrogen fluoride, which associates; else above 0.22
         EXPECT_LT(gas.zc, 0.36);
-        EXPECT_GT(gas.teb / gas.tc, 0.54);
-        EXPECT_LT(gas.teb / gas.tc, 0.82);
         // W. C. Edmister's estimate of the acentric factor (1958).
         const double ratio = gas.teb / gas.tc;
         const double tolerance = gas.name.starts_with("CO2") ? 0.2 : 0.1;  // carbon dioxide sublimes
         EXPECT_NEAR(gas.c, 3.0 / 7.0 * ratio / (1.0 - ratio) * std::log10(gas.pc) - 1.0, tolerance);
-        // F. Trouton's rule, in cal/(mol K): far off for quantum gases and for hydrogen fluoride.
-        EXPECT_TRUE(gas.hv == -1.0 || (gas.hv * 1000.0 / gas.teb > 4.0 && gas.hv * 1000.0 / gas.teb < 32.0));
         for (const Model& model : models())
             EXPECT_NO_THROW(load(data, model.number, number));
     }
@@ -412,13 +347,9 @@ TEST(ShippedDatabase, HoldsTheTabulatedNumbers) {
     for (const Case& c : cases) {
         const GasRecord gas = load(data, Soave, c.number);
         EXPECT_EQ(gas.name, c.name);
-        EXPECT_EQ(gas.pm, c.pm) << c.name;
-        EXPECT_EQ(gas.tc, c.tc) << c.name;
-        EXPECT_EQ(gas.pc, c.pc) << c.name;
-        EXPECT_EQ(gas.vc, c.vc) << c.name;
-        EXPECT_EQ(gas.teb, c.teb) << c.name;
-        EXPECT_EQ(gas.hv, c.hv) << c.name;
-        EXPECT_EQ(gas.c, c.w) << c.name;
+        EXPECT_EQ((std::array{gas.pm, gas.tc, gas.pc, gas.vc, gas.teb, gas.hv, gas.c}),
+                  (std::array{c.pm, c.tc, c.pc, c.vc, c.teb, c.hv, c.w}))
+            << c.name;
     }
 }
 

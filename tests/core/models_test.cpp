@@ -6,40 +6,13 @@
 #include <limits>
 
 #include "core/errors.h"
+#include "tests/support/slots.h"
 
 namespace {
 
 using namespace tavo;
+using namespace tavo::testing;
 using enum EquationOfState;
-
-EquationSlot slot_of(EquationOfState equation, const Coefficients& k, double t, double n = 1.0) {
-    EquationSlot slot;
-    slot.equation = equation;
-    slot.gas.a = k.a;
-    slot.gas.b = k.b;
-    slot.gas.c = k.c;
-    slot.gas.d = k.d;
-    slot.mu = k.mu;
-    slot.temperature = t;
-    slot.moles = n;
-    return slot;
-}
-
-/// Plausible coefficients of a carbon dioxide for each model.
-Coefficients plausible(EquationOfState equation) {
-    switch (equation) {
-        case Berthelot:
-            return {1100.0, 0.0428, 0.0, 0.0, 1.5};
-        case RedlichKwong:
-            return {63.8, 0.0297, 0.0, 0.0, 1.5};
-        case Virial:
-            return {1.0, -0.118, 0.0018, 8e-5, 1.5};
-        case DietericiSadus:
-            return {5.2, 0.086, 0.0, 0.0, 1.5};
-        default:
-            return {3.9, 0.0266, 0.2239, 0.0, 1.5};
-    }
-}
 
 // Values of the formulas in 50-digit decimal arithmetic for exactly these binary numbers.
 TEST(Pressure, AgreesWithHighPrecisionValues) {
@@ -75,7 +48,7 @@ TEST(Pressure, AgreesWithHighPrecisionValues) {
 
 TEST(Pressure, TendsToTheIdealGas) {
     for (const Model& model : models()) {
-        const double vm = model.number == FreeExponent ? 1e12 : 1e7;
+        const double vm = model.number == FreeExponent ? 1e11 : 1e7;
         const double p = pressure(slot_of(model.number, plausible(model.number), 400.0), vm);
         EXPECT_NEAR(p * vm / (R * 400.0), 1.0, 1e-6) << model.name;
     }
@@ -94,8 +67,8 @@ TEST(Pressure, IsZeroOutsideTheDomain) {
                                                                            : k.b);
         for (const double v : {edge, edge / 2.0, -1.0, nan})
             EXPECT_EQ(pressure(slot, v), 0.0) << model.name;
-        const double just_above = edge + 1e-9;
-        EXPECT_GT(pressure(slot, just_above), 1e7) << model.name;
+        EXPECT_GT(pressure(slot, edge + 1e-9), 1e7) << model.name;
+        EXPECT_TRUE(edge == 0.0 || pressure(slot, std::nextafter(edge, 1.0)) > 1e15 || model.number == Dieterici);
     }
     EXPECT_EQ(pressure(slot_of(static_cast<EquationOfState>(10), plausible(VanDerWaals), 300.0), 1.0), 0.0);
     EXPECT_EQ(pressure(slot_of(static_cast<EquationOfState>(-1), plausible(VanDerWaals), 300.0), 1.0), 0.0);
@@ -103,14 +76,6 @@ TEST(Pressure, IsZeroOutsideTheDomain) {
     EXPECT_EQ(pressure(slot_of(Dieterici, plausible(Dieterici), 0.0, 0.0), 1.0), 0.0);
     // A negative co-volume does not open the volumes below zero.
     EXPECT_EQ(pressure(slot_of(VanDerWaals, {1.0, -2.0, 0.0, 0.0, 1.5}, 300.0), -1.0), 0.0);
-}
-
-TEST(Pressure, NextNumberAboveTheCovolumeIsFiniteAndVeryLarge) {
-    for (const EquationOfState e : {VanDerWaals, RedlichKwong, PengRobinson, DietericiSadus}) {
-        const Coefficients k = plausible(e);
-        const double v = std::nextafter(find_model(e)->covolume(k), 1.0);
-        EXPECT_GT(pressure(slot_of(e, k, 300.0), v), 1e15);
-    }
 }
 
 TEST(Pressure, FaultsOfTheArithmeticAreErrors) {
@@ -157,11 +122,10 @@ TEST(Pressure, SpecialCasesCoincideBitForBit) {
 
 TEST(Models, TableHoldsCaptionsAndCoefficientLabels) {
     const int stored[]{0, 2, 2, 2, 2, 4, 3, 3, 3, 2};
-    const std::size_t shown[]{0, 2, 2, 2, 2, 4, 2, 3, 3, 2};
     for (std::size_t i = 0; i < 10; ++i) {
         const Model& model = models()[i];
         EXPECT_EQ(model.stored, stored[i]) << model.name;
-        EXPECT_EQ(model.texts.size(), shown[i]) << model.name;
+        EXPECT_EQ(model.texts.size(), model.number == FreeExponent ? 2 : stored[i]) << model.name;
         EXPECT_EQ(model.caption.empty(), model.caption_string != 0) << model.name;
     }
     EXPECT_EQ(models()[7].caption, "REDLICH-KWONG-SOAVE");
@@ -173,13 +137,6 @@ TEST(Models, TableHoldsCaptionsAndCoefficientLabels) {
     EXPECT_EQ(models()[5].texts[3].label, "D [l \xC2\xB3 / mol \xC2\xB3]");
     EXPECT_EQ(models()[8].texts[0].label, "a (T) [l \xC2\xB2 atm / mol \xC2\xB2]");
     EXPECT_EQ(models()[9].texts[1].label, "b [l / mol]");
-}
-
-TEST(Pressure, OfTheSlotTableChecksTheNumber) {
-    SlotTable table;
-    table[3] = slot_of(VanDerWaals, plausible(VanDerWaals), 300.0);
-    EXPECT_EQ(pressure(table, 3, 1.0), pressure(table[3], 1.0));
-    EXPECT_THROW(pressure(table, 6, 1.0), SubscriptOutOfRange);
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include "core/calcnum.h"
 #include "core/confreg.h"
 #include "core/gas_database.h"
+#include "core/models.h"
 #include "core/slots.h"
 
 namespace tavo::testing {
@@ -18,11 +19,9 @@ namespace tavo::testing {
 inline confreg::Text one_gas(const std::string& tc, const std::string& pc, const std::string& w,
                              const std::string& mu = "1.5") {
     std::string text = "[general]\r\nn=1\r\n[g1]\r\nnombre=gas\r\ntc=" + tc + "\r\npc=" + pc + "\r\nvc=-1\r\n";
-    for (const char* key :
-         {"c(1,1)", "c(1,2)", "c(2,1)", "c(2,2)", "c(3,1)", "c(3,2)", "c(4,1)", "c(4,2)", "c(5,1)", "c(5,2)",
-          "c(5,3)", "c(5,4)", "c(6,1)", "c(6,2)", "c(7,1)", "c(7,2)", "c(8,1)", "c(8,2)", "c(9,1)", "c(9,2)"}) {
-        text += std::string(key) + "=-1\r\n";
-    }
+    for (const Model& model : models())
+        for (int k = 1; k <= model.stored && (k < 3 || model.number == EquationOfState::Virial); ++k)
+            text += "c(" + std::to_string(static_cast<int>(model.number)) + "," + std::to_string(k) + ")=-1\r\n";
     return confreg::Text(text + "c(6,3)=" + mu + "\r\nc(7,3)=" + w + "\r\nc(8,3)=" + w + "\r\n");
 }
 

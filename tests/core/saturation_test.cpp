@@ -13,21 +13,13 @@
 #include "core/models.h"
 #include "core/numtext.h"
 #include "tests/core/saturation_checks.h"
+#include "tests/support/slots.h"
 
 namespace {
 
 using namespace tavo;
 using namespace tavo::testing;
 using enum EquationOfState;
-
-std::vector<std::string> split(const std::string& line) {
-    std::vector<std::string> fields;
-    std::istringstream stream(line);
-    for (std::string field; std::getline(stream, field, '\t');) {
-        fields.push_back(field);
-    }
-    return fields;
-}
 
 void expect_relative(double value, double expected, double tolerance, const std::string& what) {
     EXPECT_LE(std::abs(value - expected), tolerance * std::abs(expected))
@@ -39,8 +31,11 @@ TEST(Saturation, AgreesWithHighPrecisionValues) {
     std::string line;
     std::getline(file, line);
     int rows = 0;
-    while (std::getline(file, line)) {
-        const auto field = split(line);
+    for (; std::getline(file, line); ++rows) {
+        std::vector<std::string> field;
+        std::istringstream stream(line);
+        for (std::string text; std::getline(stream, text, '\t');)
+            field.push_back(text);
         ASSERT_EQ(field.size(), 10U) << line;
         const auto data = one_gas(field[1], field[2], field[3], field[4] == "-" ? "1.5" : field[4]);
         const double t = Val(field[5]);
@@ -53,21 +48,13 @@ TEST(Saturation, AgreesWithHighPrecisionValues) {
         expect_relative(vg, Val(field[8]), 1e-13, "vg in " + line);
         const auto reload = [&data](EquationSlot& slot) { Global::load_slot(data, slot, false); };
         expect_relative(calcnum::vaporisation_enthalpy(table, t, vl, vg, reload), Val(field[9]), 1e-11, "H in " + line);
-        ++rows;
     }
     EXPECT_EQ(rows, 108);
 }
 
 EquationSlot by_hand(int equation, double a, double b, double c, double d, double mu, double t) {
-    EquationSlot slot;
-    slot.equation = static_cast<EquationOfState>(equation);
-    slot.gas.a = a;
-    slot.gas.b = b;
-    slot.gas.c = c;
-    slot.gas.d = d;
+    EquationSlot slot = slot_of(static_cast<EquationOfState>(equation), {a, b, c, d, mu}, t);
     slot.gas.tc = 1e9;
-    slot.mu = mu;
-    slot.temperature = t;
     return slot;
 }
 
@@ -240,18 +227,12 @@ TEST(Saturation, IsEmptyWhereTheLoopIsMissingAndLeavesTheVolumesAlone) {
         {"virial infinite", by_hand(5, 1, -infinity, 0.002, 5e-5, 1.5, 20.0)},
     };
     for (const int equation : {1, 2, 3, 4, 6, 7, 8, 9}) {
-        for (const auto& [a, b] : {std::pair{0.0, 0.04},
-                                   {-3.0, 0.04},
-                                   {nan, 0.04},
-                                   {infinity, 0.04},
-                                   {3.0, 0.0},
-                                   {3.0, -0.04},
-                                   {3.0, nan},
-                                   {3.0, infinity},
-                                   {1e300, 1e-300},
-                                   {1e-300, 1e300}}) {
-            cases.push_back({"coefficients", by_hand(equation, a, b, 0, 0, 1.5, 20.0)});
+        for (const double wrong : {0.0, -3.0, nan, infinity}) {
+            cases.push_back({"attraction", by_hand(equation, wrong, 0.04, 0, 0, 1.5, 20.0)});
+            cases.push_back({"co-volume", by_hand(equation, 3.0, wrong, 0, 0, 1.5, 20.0)});
         }
+        cases.push_back({"strong attraction", by_hand(equation, 1e300, 1e-300, 0, 0, 1.5, 20.0)});
+        cases.push_back({"weak attraction", by_hand(equation, 1e-300, 1e300, 0, 0, 1.5, 20.0)});
     }
     for (const double moles : {0.0, -1.0, nan}) {
         cases.push_back({"amount", by_hand(1, 3.6, 0.0427, 0, 0, 1.5, 250.0)});
@@ -268,8 +249,7 @@ TEST(Saturation, IsEmptyWhereTheLoopIsMissingAndLeavesTheVolumesAlone) {
         double vg = 8.0;
         EXPECT_EQ(calcnum::vapour_pressure(table, 3, c.slot.temperature, vl, vg), -1.0)
             << c.why << ", model " << static_cast<int>(c.slot.equation);
-        EXPECT_EQ(vl, 7.0) << c.why;
-        EXPECT_EQ(vg, 8.0) << c.why;
+        EXPECT_EQ(std::pair(vl, vg), std::pair(7.0, 8.0)) << c.why;
     }
 }
 
@@ -342,14 +322,6 @@ TEST_F(Enthalpy, AsksAtBothSidesOfTheTemperatureAndHalvesTowardsIt) {
     }
 }
 
-TEST_F(Enthalpy, FollowsTheTemperatureDependentCoefficients) {
-    for (const auto equation : {Virial, Soave, PengRobinson}) {
-        EXPECT_GT(of(equation, 90.0), 0.0);
-        EXPECT_EQ(table[0].gas.a, loaded(*data, equation, 1, 90.0).gas.a);
-        EXPECT_EQ(table[0].gas.b, loaded(*data, equation, 1, 90.0).gas.b);
-    }
-}
-
 TEST_F(Enthalpy, CannotBeFormedAtTheCriticalPointAboveItOrWithoutTemperature) {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     for (const double t : {126.2 - 0.004, 126.2, 150.0, -3.0, 5e-324, nan}) {
@@ -360,16 +332,12 @@ TEST_F(Enthalpy, CannotBeFormedAtTheCriticalPointAboveItOrWithoutTemperature) {
     EXPECT_EQ(of(VanDerWaals, 126.2 - 0.0051), -1.0);
 }
 
-TEST_F(Enthalpy, LeavesTheTemperatureWhenLoadingFails) {
-    of(VanDerWaals, 100.0);
+TEST_F(Enthalpy, LeavesTheTemperatureWhenLoadingFailsOrNothingFiniteComesOut) {
+    const double infinite = std::numeric_limits<double>::infinity();
     const auto refuse = [](EquationSlot&) { throw std::runtime_error("no database"); };
+    of(VanDerWaals, 100.0);
     EXPECT_THROW(calcnum::vaporisation_enthalpy(table, 100.0, 0.05, 1.0, refuse), std::runtime_error);
     EXPECT_EQ(table[0].temperature, 100.0);
-}
-
-TEST_F(Enthalpy, HasToBeFinite) {
-    const double infinite = std::numeric_limits<double>::infinity();
-    of(VanDerWaals, 100.0);
     for (const double vg : {infinite, -infinite, std::nan("")}) {
         EXPECT_THROW(calcnum::vaporisation_enthalpy(table, 100.0, 0.05, vg, {}), FloatingPointError) << vg;
         EXPECT_EQ(table[0].temperature, 100.0);
@@ -379,7 +347,8 @@ TEST_F(Enthalpy, HasToBeFinite) {
 TEST(WorkIntegral, IsTheAreaUnderTheIsotherm) {
     const confreg::Text data = one_gas("304.1282", "72.8083", "0.2239", "1.7");
     for (const Model& model : models()) {
-        const auto slot = loaded(data, model.number, 1, 250.0);
+        auto slot = loaded(data, model.number, 1, 250.0);
+        slot.moles = 2.5;  // the integral is that of one mole
         for (const auto& [v1, v2] : {std::pair{0.06, 0.09}, {0.09, 0.06}, {0.08, 3.0}, {0.5, 0.50001}}) {
             const Real core = model.number == IdealGas ? 0.0L : covolume(slot);
             const Real expected = exact_area(slot, 250.0L, v1 - core, v2 - core, 0.0L);
@@ -397,26 +366,16 @@ TEST(WorkIntegral, IsTheAreaUnderTheIsotherm) {
     expect_relative(calcnum::work_integral(slot, 0.1, 0.5), expected, 1e-14, "logarithm at mu = 1");
 }
 
-TEST(WorkIntegral, ReportsAVolumeInsideTheCovolume) {
+TEST(WorkIntegral, ReportsAVolumeInsideTheCovolumeAndWhatIsNotFinite) {
     const auto slot = by_hand(1, 3.6, 0.0427, 0, 0, 1.5, 250.0);
     EXPECT_THROW(calcnum::work_integral(slot, 0.0427, 0.1), FloatingPointError);
     EXPECT_THROW(calcnum::work_integral(slot, 0.02, 0.03), FloatingPointError);
     EXPECT_THROW(calcnum::work_integral(by_hand(5, 1, -0.1, 0.002, 5e-5, 1.5, 250.0), 0.0, 0.1), FloatingPointError);
-}
-
-TEST(WorkIntegral, HasToBeFinite) {
     for (int model = 0; model <= 9; ++model) {
-        const auto slot = by_hand(model, 3.6, 0.0427, 0.002, 5e-5, 1.5, 250.0);
-        EXPECT_THROW(calcnum::work_integral(slot, std::nan(""), 0.1), FloatingPointError) << model;
-        EXPECT_THROW(calcnum::work_integral(slot, 0.1, std::nan("")), FloatingPointError) << model;
+        const auto any = by_hand(model, 3.6, 0.0427, 0.002, 5e-5, 1.5, 250.0);
+        EXPECT_THROW(calcnum::work_integral(any, std::nan(""), 0.1), FloatingPointError) << model;
+        EXPECT_THROW(calcnum::work_integral(any, 0.1, std::nan("")), FloatingPointError) << model;
     }
-}
-
-TEST(WorkIntegral, DoesNotDependOnTheAmount) {
-    auto slot = by_hand(3, 4.6, 0.0463, 0, 0, 1.5, 250.0);
-    const double one = calcnum::work_integral(slot, 0.06, 0.3);
-    slot.moles = 2.5;
-    EXPECT_EQ(calcnum::work_integral(slot, 0.06, 0.3), one);
 }
 
 }  // namespace

@@ -27,11 +27,13 @@ std::string outcome(const Operation& operation) {
     }
 }
 
-/// 0 asegurarseccion a, 1 borrarseccion a, 2 reemplazarlinea b c, 3 leerclave a b, 4 lineaseccion a,
-/// any other number escribirclave a b c.
+enum Operation { ASEGURAR, BORRAR, REEMPLAZAR, LEER, LINEA, ESCRIBIR };
+
+/// asegurarseccion, borrarseccion and lineaseccion take a, leerclave a and b, reemplazarlinea b and c; escribirclave,
+/// which any other number is as well, takes all.
 struct Edit {
     int operation;
-    std::string a, b, c;  // in the encoding of the file
+    std::string a{}, b{}, c{};  // in the encoding of the file
 };
 
 /// What came out of it: the kind of the error and the result.
@@ -40,15 +42,15 @@ inline std::string perform(confreg::Text& text, const Edit& e) {
     const std::string a = utf8(e.a), b = utf8(e.b), c = utf8(e.c);
     std::string result;
     const std::string error = outcome([&] {
-        if (e.operation == 0)
+        if (e.operation == ASEGURAR)
             text.asegurarseccion(a);
-        else if (e.operation == 1)
+        else if (e.operation == BORRAR)
             result = std::to_string(text.borrarseccion(a));
-        else if (e.operation == 2)
+        else if (e.operation == REEMPLAZAR)
             result = std::to_string(text.reemplazarlinea(b, c));
-        else if (e.operation == 3)
+        else if (e.operation == LEER)
             result = text.leerclave(a, b);
-        else if (e.operation == 4)
+        else if (e.operation == LINEA)
             result = std::to_string(text.lineaseccion(a));
         else
             text.escribirclave(a, b, c);
@@ -60,15 +62,15 @@ inline std::string perform(confreg::Text& text, const Edit& e) {
 inline std::string perform(std::string& bytes, const Edit& e) {
     std::string result;
     const std::string error = outcome([&] {
-        if (e.operation == 0)
+        if (e.operation == ASEGURAR)
             asegurarseccion(bytes, e.a);
-        else if (e.operation == 1)
+        else if (e.operation == BORRAR)
             result = std::to_string(borrarseccion(bytes, e.a));
-        else if (e.operation == 2)
+        else if (e.operation == REEMPLAZAR)
             result = std::to_string(reemplazarlinea(bytes, e.b, e.c));
-        else if (e.operation == 3)
+        else if (e.operation == LEER)
             result = utf8_from_windows1252(leerclave(bytes, e.a, e.b));
-        else if (e.operation == 4)
+        else if (e.operation == LINEA)
             result = std::to_string(lineaseccion(bytes, e.a));
         else
             escribirclave(bytes, e.a, e.b, e.c);
