@@ -6,40 +6,42 @@
 #include <cmath>
 
 #include "core/calcnum.h"
-#include "core/gas_database.h"
-#include "core/models.h"
+#include "tests/support/slots.h"
 
 namespace {
 
 using namespace graficos;
 using tavo::EquationOfState;
+using enum tavo::EquationOfState;
 
 constexpr double TC = 304.13, PC = 72.8, W = 0.2239;  // CO2
 
 EquationSlot co2(EquationOfState model, double t, double n = 1.0) {
-    EquationSlot slot;
+    EquationSlot slot = tavo::testing::slot_of(model, {0, 0, 0, 0, 1.5}, t, n);
     slot.active = true;
     slot.gas_number = 1;
-    slot.equation = model;
-    slot.temperature = t;
-    slot.moles = n;
     slot.gas.name = "CO2";
     slot.gas.tc = TC;
     slot.gas.pc = PC;
-    const auto k = tavo::Global::derive(model, TC, PC, W, 1.5, t);
-    slot.gas.a = k.a;
-    slot.gas.b = k.b;
-    slot.gas.c = k.c;
-    slot.gas.d = k.d;
+    tavo::testing::derive_slot(slot, W);
     return slot;
+}
+EquationSlot co2(double t, double n = 1.0) {
+    return co2(PengRobinson, t, n);
 }
 
 EquationSlot ideal(double t = 300.0, double n = 1.0) {
-    EquationSlot slot;
+    EquationSlot slot = tavo::testing::slot_of(IdealGas, {0, 0, 0, 0, 1.5}, t, n);
     slot.active = true;
-    slot.temperature = t;
-    slot.moles = n;
     return slot;
+}
+
+/// Whether the pressures at some volumes fit into a range.
+void expect_inside(const PressureRange& range, const EquationSlot& slot, const std::vector<double>& volumes) {
+    for (const double v : volumes) {
+        EXPECT_LE(range.min, tavo::pressure(slot, v)) << v;
+        EXPECT_GE(range.max, tavo::pressure(slot, v)) << v;
+    }
 }
 
 TEST(Range, IsCheckedInTheStatedOrder) {
@@ -65,16 +67,10 @@ TEST(Range, IsCheckedInTheStatedOrder) {
     EXPECT_EQ(static_cast<int>(RangeFault::TooWide), 166);
 }
 
-TEST(Range, OfADraggedRectangleDoesNotDependOnTheCornerItBeganAt) {
-    const PlotRange expected{1, -5, 3, 8};
-    for (const auto& [a, b] : std::vector<std::pair<Point, Point>>{
-             {{1, -5}, {3, 8}}, {{3, 8}, {1, -5}}, {{1, 8}, {3, -5}}, {{3, -5}, {1, 8}}})
-        EXPECT_EQ(between(a, b), expected);
-}
-
-TEST(Range, ScaledKeepsItsCentreInPlace) {
-    const PlotRange range = scaled({0, -10, 4, 30}, {1, 0}, 0.5);
-    EXPECT_EQ(range, (PlotRange{0.5, -5, 2.5, 15}));
+TEST(Range, OfADraggedRectangleAndOfAScaledOne) {
+    for (const auto& [a, b] : {std::pair{Point{1, -5}, Point{3, 8}}, {{3, 8}, {1, -5}}, {{1, 8}, {3, -5}}})
+        EXPECT_EQ(between(a, b), (PlotRange{1, -5, 3, 8}));
+    EXPECT_EQ(scaled({0, -10, 4, 30}, {1, 0}, 0.5), (PlotRange{0.5, -5, 2.5, 15})) << "the centre stays";
 }
 
 TEST(Range, ReadableDividesIntoTenRoundSteps) {
@@ -96,9 +92,7 @@ TEST(Range, ReadableDividesIntoTenRoundSteps) {
 }
 
 TEST(PressureRange, ShowsTheWholeLoopTheTieLineAndTheGasBranchButNoSpike) {
-    for (const auto model :
-         {EquationOfState::VanDerWaals, EquationOfState::PengRobinson, EquationOfState::Soave,
-          EquationOfState::RedlichKwong, EquationOfState::Dieterici, EquationOfState::DietericiSadus}) {
+    for (const auto model : {VanDerWaals, PengRobinson, Soave, RedlichKwong, Dieterici, DietericiSadus}) {
         for (const double t : {220.0, 260.0, 290.0}) {
             const EquationSlot slot = co2(model, t);
             const auto state = tavo::calcnum::saturation(slot, t);
@@ -106,10 +100,7 @@ TEST(PressureRange, ShowsTheWholeLoopTheTieLineAndTheGasBranchButNoSpike) {
             ASSERT_TRUE(state && extremes);
             const auto range = pressure_range(slot, 0.0, 5.0);
             ASSERT_TRUE(range);
-            for (const double v : {extremes->liquid, extremes->gas, state->vl, state->vg, 5.0}) {
-                EXPECT_LE(range->min, tavo::pressure(slot, v));
-                EXPECT_GE(range->max, tavo::pressure(slot, v));
-            }
+            expect_inside(*range, slot, {extremes->liquid, extremes->gas, state->vl, state->vg, 5.0});
             // The loop fills most of the height: nothing of the spike has been taken in.
             const double loop = tavo::pressure(slot, extremes->gas) - tavo::pressure(slot, extremes->liquid);
             const double useful = std::max(loop, tavo::pressure(slot, extremes->gas));
@@ -119,7 +110,7 @@ TEST(PressureRange, ShowsTheWholeLoopTheTieLineAndTheGasBranchButNoSpike) {
 }
 
 TEST(PressureRange, NeverDependsOnVolumesInsideTheCovolume) {
-    const EquationSlot slot = co2(EquationOfState::PengRobinson, 260.0, 2.0);
+    const EquationSlot slot = co2(260.0, 2.0);
     const double covolume = excluded_volume(slot);
     const auto whole = pressure_range(slot, 0.0, 5.0);
     ASSERT_TRUE(whole);
@@ -130,43 +121,33 @@ TEST(PressureRange, NeverDependsOnVolumesInsideTheCovolume) {
         EXPECT_DOUBLE_EQ(part->max, whole->max);
     }
     EXPECT_FALSE(pressure_range(slot, 0.0, covolume));
-    EXPECT_FALSE(pressure_range(co2(EquationOfState::PengRobinson, 260.0, 0.0), 0.0, 5.0));
+    EXPECT_FALSE(pressure_range(co2(260.0, 0.0), 0.0, 5.0));
 }
 
 TEST(PressureRange, LooksAtTheBranchThatTheVolumesShow) {
     // Supercritical: not the spike, which is a thin line at the left of a wide range and broad in a dense gas.
     for (const double n : {1.0, 10.0}) {
-        const EquationSlot hot = co2(EquationOfState::PengRobinson, 340.0, n);
-        const auto range = pressure_range(hot, 0.0, 5.0);
-        ASSERT_TRUE(range);
-        EXPECT_NEAR(range->max, tavo::pressure(hot, std::max(3.0 * n * hot.gas.b, 0.2)), 1e-9);
-        EXPECT_NEAR(range->min, tavo::pressure(hot, 5.0), 1e-9);
+        const EquationSlot hot = co2(340.0, n);
+        const PressureRange range = pressure_range(hot, 0.0, 5.0).value();
+        EXPECT_NEAR(range.max, tavo::pressure(hot, std::max(3.0 * n * hot.gas.b, 0.2)), 1e-9);
+        EXPECT_NEAR(range.min, tavo::pressure(hot, 5.0), 1e-9);
     }
 
     // A trace of gas: the loop is narrower than the first step, the hyperbola is the picture.
-    const EquationSlot trace = co2(EquationOfState::PengRobinson, 260.0, 0.001);
-    const auto thin = pressure_range(trace, 0.0, 5.0);
-    ASSERT_TRUE(thin);
-    EXPECT_GT(thin->min, 0.0);
-    EXPECT_LT(thin->max, 1.0);
+    const PressureRange thin = pressure_range(co2(260.0, 0.001), 0.0, 5.0).value();
+    EXPECT_GT(thin.min, 0.0);
+    EXPECT_LT(thin.max, 1.0);
 
     // Nothing but compressed liquid in sight.
-    const EquationSlot dense = co2(EquationOfState::PengRobinson, 260.0, 100.0);
+    const EquationSlot dense = co2(260.0, 100.0);
     const double vl = tavo::calcnum::saturation(dense, 260.0)->vl * 100.0;
-    const auto liquid = pressure_range(dense, 0.0, 0.95 * vl);
-    ASSERT_TRUE(liquid);
-    EXPECT_GT(liquid->min, 0.0);
-    EXPECT_LT(liquid->max, 1e4);
+    const PressureRange liquid = pressure_range(dense, 0.0, 0.95 * vl).value();
+    EXPECT_GT(liquid.min, 0.0);
+    EXPECT_LT(liquid.max, 1e4);
 
     // Volumes chosen inside the two-phase stretch: all of the curve there fits.
-    const EquationSlot slot = co2(EquationOfState::PengRobinson, 280.0);
-    const auto inside = pressure_range(slot, 0.1, 0.3);
-    ASSERT_TRUE(inside);
-    for (int k = 0; k <= 20; ++k) {
-        const double v = 0.1 + 0.01 * k;
-        EXPECT_LE(inside->min, tavo::pressure(slot, v));
-        EXPECT_GE(inside->max, tavo::pressure(slot, v));
-    }
+    const EquationSlot slot = co2(280.0);
+    expect_inside(pressure_range(slot, 0.1, 0.3).value(), slot, {0.1, 0.12, 0.15, 0.18, 0.2, 0.23, 0.26, 0.28, 0.3});
 
     // Equal or exchanged volumes do no harm.
     EXPECT_FALSE(pressure_range(slot, 1.0, 1.0));
@@ -175,23 +156,19 @@ TEST(PressureRange, LooksAtTheBranchThatTheVolumesShow) {
 
 TEST(PressureRange, OfAFirstPlotSpansTheDrawnRows) {
     SlotTable table;
-    const PressureRange nothing = default_pressure_range(table, 0.0, 5.0);
-    EXPECT_EQ(nothing.min, 0.0);
-    EXPECT_EQ(nothing.max, 100.0);
-
-    table[1] = co2(EquationOfState::PengRobinson, 260.0);
-    table[2] = co2(EquationOfState::PengRobinson, 340.0);
-    table[3] = co2(EquationOfState::PengRobinson, 1000.0, 50.0);
+    EXPECT_EQ(default_pressure_range(table, 0.0, 5.0).min, 0.0);
+    EXPECT_EQ(default_pressure_range(table, 0.0, 5.0).max, 100.0);
+    table[1] = co2(260.0);
+    table[2] = co2(340.0);
+    table[3] = co2(1000.0, 50.0);
     table[3].active = false;
-    table[4] = co2(EquationOfState::PengRobinson, 1000.0, 50.0);
-    table[4].gas_number = 0;
     const PressureRange both = default_pressure_range(table, 0.0, 5.0);
     EXPECT_EQ(both.min, -80.0);
     EXPECT_EQ(both.max, 120.0);
 }
 
 TEST(PressureRange, WidensTheCurrentOneAndNeverNarrowsIt) {
-    const EquationSlot slot = co2(EquationOfState::PengRobinson, 260.0);
+    const EquationSlot slot = co2(260.0);
     PlotRange range{0.0, 0.0, 5.0, 10.0};
     widen(slot, range);
     EXPECT_LT(range.pmin, -74.0);
@@ -208,7 +185,7 @@ TEST(PressureRange, WidensTheCurrentOneAndNeverNarrowsIt) {
 TEST(Isotherm, HasExactlyAHundredSegmentsWhateverTheRange) {
     for (const auto& [v1, v2] :
          std::vector<std::pair<double, double>>{{0, 5}, {-3, -1}, {1e-9, 2e-9}, {5, 0}, {2, 2}, {0, 1e8}}) {
-        const auto segments = isotherm(co2(EquationOfState::VanDerWaals, 280.0), v1, v2, {});
+        const auto segments = isotherm(co2(VanDerWaals, 280.0), v1, v2, {});
         ASSERT_EQ(segments.size(), 100U);
         EXPECT_EQ(segments.front().from.x, v1);
         EXPECT_DOUBLE_EQ(segments.back().to.x, v2);
@@ -223,12 +200,11 @@ TEST(Isotherm, IsInvisibleWhereTheVolumeIsNotAboveTheExcludedOne) {
         double b, n, excluded;
     };
     const std::vector<Row> rows{
-        {EquationOfState::VanDerWaals, 0.5, 2.0, 1.0},     {EquationOfState::PengRobinson, 0.25, 4.0, 1.0},
-        {EquationOfState::DietericiSadus, 0.5, 2.0, 0.25}, {EquationOfState::Virial, -0.1, 1.0, -0.1},
-        {EquationOfState::IdealGas, 0.5, 2.0, 0.0},
+        {VanDerWaals, 0.5, 2.0, 1.0}, {PengRobinson, 0.25, 4.0, 1.0}, {DietericiSadus, 0.5, 2.0, 0.25},
+        {Virial, -0.1, 1.0, -0.1},    {IdealGas, 0.5, 2.0, 0.0},
     };
     for (const Row& row : rows) {
-        EquationSlot slot = co2(EquationOfState::VanDerWaals, 500.0, row.n);
+        EquationSlot slot = co2(VanDerWaals, 500.0, row.n);
         slot.equation = row.model;
         slot.gas.b = row.b;
         EXPECT_DOUBLE_EQ(excluded_volume(slot), row.excluded);
@@ -250,44 +226,40 @@ TEST(Isotherm, IsDottedBetweenTheBoundsOnly) {
 
 TEST(Isotherm, LeavesOutPointsWithoutAFinitePressureAndDrawsTheRest) {
     SlotTable table;
-    table[2] = co2(EquationOfState::Dieterici, 300.0);
+    table[2] = co2(Dieterici, 300.0);
     table[2].gas.a = -1e6;  // the exponential overflows up to 0.06 l
     table[2].parameters = true;
     const Escena drawn = scene(table, {0.0, 0.0, 100.0, 10.0}, {});
     ASSERT_EQ(drawn.curves.size(), 1U);
-    const Curve& curve = drawn.curves.front();
-    EXPECT_FALSE(curve.complete);
-    EXPECT_EQ(curve.segments.size(), 100U);
-    EXPECT_TRUE(curve.segments.back().defined);
-    EXPECT_TRUE(std::ranges::any_of(curve.segments, [](const Segment& s) { return !s.defined; }));
+    EXPECT_FALSE(drawn.curves.front().complete);
+    EXPECT_TRUE(drawn.curves.front().segments.back().defined);
+    EXPECT_FALSE(drawn.curves.front().segments.front().defined);
 }
 
 TEST(TwoPhase, BoundsScaleWithTheAmountAndVanishForParametersSetByHand) {
-    const Bounds one = two_phase_bounds(co2(EquationOfState::PengRobinson, 280.0));
-    const Bounds two = two_phase_bounds(co2(EquationOfState::PengRobinson, 280.0, 2.0));
+    const Bounds one = two_phase_bounds(co2(280.0));
+    const Bounds two = two_phase_bounds(co2(280.0, 2.0));
     ASSERT_TRUE(one.tie_line());
     EXPECT_DOUBLE_EQ(two.lower, 2.0 * one.lower);
     EXPECT_DOUBLE_EQ(two.upper, 2.0 * one.upper);
     EXPECT_EQ(two.pv, one.pv);
     EXPECT_NEAR(one.pv, 41.0, 1.5);  // CO2 at 280 K: 41.0 atm
 
-    EquationSlot by_hand = co2(EquationOfState::PengRobinson, 280.0);
+    EquationSlot by_hand = co2(280.0);
     by_hand.parameters = true;
-    for (const EquationSlot& slot : {by_hand, co2(EquationOfState::PengRobinson, TC), ideal(100.0)}) {
+    for (const EquationSlot& slot : {by_hand, co2(TC), ideal(100.0)}) {
         const Bounds none = two_phase_bounds(slot);
-        EXPECT_FALSE(none.tie_line());
-        EXPECT_EQ(none.lower, 0.0);
-        EXPECT_EQ(none.upper, 0.0);
+        EXPECT_TRUE(!none.tie_line() && none.lower == 0.0 && none.upper == 0.0);
     }
 }
 
 TEST(Clip, KeepsThePartOfALineInsideTheRange) {
     const PlotRange range{0, 0, 10, 10};
+    using Line = std::array<Point, 2>;
     struct Row {
         Point a, b;
-        std::optional<std::array<Point, 2>> kept;
+        std::optional<Line> kept;
     };
-    using Line = std::array<Point, 2>;
     const std::vector<Row> rows{
         {{1, 1}, {9, 9}, Line{{{1, 1}, {9, 9}}}},
         {{-5, 5}, {15, 5}, Line{{{0, 5}, {10, 5}}}},
@@ -311,21 +283,17 @@ TEST(Clip, KeepsThePartOfALineInsideTheRange) {
 }
 
 TEST(Strokes, AreConnectedRunsOfOneLookInShortPieces) {
-    const EquationSlot slot = co2(EquationOfState::PengRobinson, 260.0);
+    const EquationSlot slot = co2(260.0);
     const PlotRange range{0.0, -75.0, 5.0, 175.0};
     const Bounds bounds = two_phase_bounds(slot);
     const auto pieces = strokes(isotherm(slot, range.vmin, range.vmax, bounds), range);
     ASSERT_GE(pieces.size(), 2U);
     std::size_t drawn = 0;
-    for (const Stroke& stroke : pieces) {
-        EXPECT_LE(stroke.points.size(), LONGEST_STROKE + 1);
-        EXPECT_GE(stroke.points.size(), 2U);
-        drawn += stroke.points.size() - 1;
-        for (const Point& p : stroke.points) {
-            EXPECT_GT(p.x, excluded_volume(slot));
-            EXPECT_GE(p.y, range.pmin - 1e-9);
-            EXPECT_LE(p.y, range.pmax + 1e-9);
-        }
+    for (const auto& [dotted, points] : pieces) {
+        EXPECT_TRUE(points.size() >= 2U && points.size() <= LONGEST_STROKE + 1) << points.size();
+        drawn += points.size() - 1;
+        for (const Point& p : points)
+            EXPECT_TRUE(p.x > excluded_volume(slot) && p.y >= range.pmin - 1e-9 && p.y <= range.pmax + 1e-9) << p.y;
     }
     EXPECT_EQ(drawn, 99U);  // only the segment from the axis is hidden
     EXPECT_TRUE(pieces.front().dotted);
@@ -387,46 +355,38 @@ TEST(Ticks, AreRoundNumbersInsideTheRange) {
 
 TEST(Legend, GoesWhereNoCurveRuns) {
     const Rectangle area{100, 50, 800, 600};
-    const auto blocked = [](const Rectangle& r, const std::vector<Point>& line) {
-        for (std::size_t i = 1; i < line.size(); ++i)
-            if (clip(line[i - 1], line[i], {r.x, r.y, r.x + r.width, r.y + r.height}))
-                return true;
-        return false;
-    };
-    const std::vector<std::vector<Point>> none;
-    const Rectangle corner = place_legend(200, 100, area, none, 6).place;
+    const Rectangle corner = place_legend(200, 100, area, {}, 6).place;
     EXPECT_EQ(corner.x + corner.width, 894.0);
     EXPECT_EQ(corner.y, 56.0);
 
+    const auto expect_in_area = [&area](const Rectangle& r) {
+        EXPECT_TRUE(r.x >= area.x && r.x + r.width <= area.x + area.width);
+        EXPECT_TRUE(r.y >= area.y && r.y + r.height <= area.y + area.height);
+    };
     const std::vector<std::vector<Point>> lines{{{100, 60}, {900, 60}}, {{850, 50}, {850, 650}}};
     const auto [free, crossed] = place_legend(200, 100, area, lines, 6);
     EXPECT_EQ(crossed, 0);
-    for (const auto& line : lines)
-        EXPECT_FALSE(blocked(free, line));
-    EXPECT_GE(free.x, area.x);
-    EXPECT_LE(free.y + free.height, area.y + area.height);
+    EXPECT_GT(free.y, 60.0);
+    EXPECT_LT(free.x + free.width, 850.0);
+    expect_in_area(free);
 
     // Everything is crossed: still inside the area.
     std::vector<std::vector<Point>> hatch;
     for (int k = 0; k < 40; ++k)
         hatch.push_back({{100.0 + 20.0 * k, 50}, {100.0 + 20.0 * k, 650}});
     const auto [least, hidden] = place_legend(200, 100, area, hatch, 6);
-    EXPECT_GE(hidden, 10);  // 200 of width, a line every 20
-    EXPECT_LE(hidden, 11);
-    EXPECT_GE(least.x, area.x);
-    EXPECT_LE(least.x + least.width, area.x + area.width);
+    EXPECT_TRUE(hidden == 10 || hidden == 11) << hidden;  // 200 of width, a line every 20
+    expect_in_area(least);
 }
 
 TEST(Scene, HoldsTheRowsThatCanBeDrawn) {
     SlotTable table;
-    table[1] = co2(EquationOfState::PengRobinson, 260.0);
+    for (int row = 1; row <= 4; ++row)
+        table[row] = co2(260.0);
     table[1].colour = 9;
-    table[2] = co2(EquationOfState::PengRobinson, 260.0);
     table[2].active = false;
-    table[3] = co2(EquationOfState::PengRobinson, 260.0);
     table[3].gas_number = 0;
-    table[4] = co2(EquationOfState::PengRobinson, 260.0);
-    table[4].gas.a = table[4].gas.b = table[4].gas.c = table[4].gas.d = 0.0;
+    tavo::testing::set_coefficients(table[4], tavo::Coefficients{});
     table[5] = ideal();
     EXPECT_EQ(obstacle(table[3]), Obstacle::NoGas);
     EXPECT_EQ(obstacle(table[4]), Obstacle::NoCoefficients);
@@ -443,7 +403,7 @@ TEST(Scene, HoldsTheRowsThatCanBeDrawn) {
 }
 
 TEST(Scene, DescribesARow) {
-    EquationSlot slot = co2(EquationOfState::PengRobinson, 260.5, 100.0 / 44.01);
+    EquationSlot slot = co2(260.5, 100.0 / 44.01);
     EXPECT_EQ(describe(slot, "PENG-ROBINSON"), "CO2, PENG-ROBINSON, 260.5 K, 2.2722 mol");
     EXPECT_EQ(describe(ideal(), "GAS IDEAL"), "GAS IDEAL, 300 K, 1 mol");
     EXPECT_EQ(abbreviated("CF3CH2F (1,1,1,2-tetrafluoroetano (R134a)), VAN DER WAALS GENERALIZADA (µ), 280 K, 1 mol"),
