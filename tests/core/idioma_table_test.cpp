@@ -8,6 +8,7 @@
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <regex>
 #include <set>
 #include <string>
 #include <string_view>
@@ -194,49 +195,23 @@ struct Mention {
     std::string literal;  // "" when no literal follows
 };
 
-void skip_blanks(std::string_view code, std::size_t& at) {
-    at = std::min(code.find_first_not_of(" \t\r\n", at), code.size());
+/// The contents of adjacent string literals; an escape keeps the character behind it.
+std::string joined(const std::string& literals) {
+    static const std::regex piece(R"re("((?:[^"\\]|\\.)*)"\s*)re"), escape(R"(\\(.))");
+    return std::regex_replace(std::regex_replace(literals, piece, "$1"), escape, "$1");
 }
 
-/// Adjacent string literals at `at`, joined; an escape keeps the character behind it.
-std::string literals(std::string_view code, std::size_t at) {
-    std::string joined;
-    while (at < code.size() && code[at] == '"') {
-        for (++at; at < code.size() && code[at] != '"'; ++at)
-            joined += code[at] == '\\' ? code[++at] : code[at];
-        skip_blanks(code, ++at);
-    }
-    return joined;
-}
-
-std::string literal_after_comma(std::string_view code, std::size_t at) {
-    skip_blanks(code, at);
-    if (at >= code.size() || code[at] != ',')
-        return {};
-    skip_blanks(code, ++at);
-    for (const std::string_view wrapper : {"QStringLiteral(", "QString::fromUtf8(", "u"})
-        if (code.substr(at).starts_with(wrapper))
-            at += wrapper.size();
-    skip_blanks(code, at);
-    return literals(code, at);
-}
-
-std::vector<Mention> mentions(std::string_view code) {
-    constexpr std::string_view DIGITS = "0123456789";
-    constexpr std::string_view WORD = "0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_.'";
+std::vector<Mention> mentions(const std::string& code) {
+    static const std::regex number(
+        R"re((texto\(\s*|[^\w.'])(\d{1,3})(?![\w.'])\s*(?:,\s*(?:QStringLiteral\(|QString::fromUtf8\(|u)?\s*)re"
+        R"re(((?:"(?:[^"\\]|\\.)*"\s*)+))?)re");
     std::vector<Mention> found;
-    for (std::size_t at = code.find_first_of(DIGITS, 1); at != std::string_view::npos;) {
-        const std::size_t end = std::min(code.find_first_not_of(WORD, at), code.size());
-        const bool starts = WORD.find(code[at - 1]) == std::string_view::npos;
-        const int number = starts ? number_of(code.substr(at, end - at)) : -1;
-        if (number >= 0) {
-            const std::string_view before = code.substr(0, code.find_last_not_of(" \t\r\n", at - 1) + 1);
-            const std::string literal = literal_after_comma(code, end);
-            const bool own = number >= 400 && number < 700 && !literal.empty();
-            if (own || before.ends_with("texto("))
-                found.push_back({number, literal});
-        }
-        at = code.find_first_of(DIGITS, end);
+    for (std::sregex_iterator at(code.begin(), code.end(), number), end; at != end; ++at) {
+        const int mentioned = number_of((*at)[2].str());
+        const std::string literal = joined((*at)[3].str());
+        const bool own = mentioned >= 400 && mentioned < 700 && !literal.empty();
+        if (own || (*at)[1].str().starts_with("texto("))
+            found.push_back({mentioned, literal});
     }
     return found;
 }

@@ -46,14 +46,6 @@ TEST(Pressure, AgreesWithHighPrecisionValues) {
     }
 }
 
-TEST(Pressure, TendsToTheIdealGas) {
-    for (const Model& model : models()) {
-        const double vm = model.number == FreeExponent ? 1e11 : 1e7;
-        const double p = pressure(slot_of(model.number, plausible(model.number), 400.0), vm);
-        EXPECT_NEAR(p * vm / (R * 400.0), 1.0, 1e-6) << model.name;
-    }
-}
-
 TEST(Pressure, IsZeroOutsideTheDomain) {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     for (const Model& model : models()) {

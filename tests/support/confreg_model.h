@@ -2,6 +2,7 @@
 // The settings-file operations once more, written down as slowly and literally as they can be: one pass over the lines,
 // a temporary text, a copy back. What the program's own implementation is compared with.
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -141,33 +142,24 @@ inline bool borrarseccion(std::string& bytes, std::string_view section) {
     const int header = lineaseccion(bytes, section);
     if (header == 0)
         return false;
-    std::string temporary;
-    int number = 0;
-    bool dropping = false;
-    for (const std::string& line : lines_of(bytes)) {
-        if (++number > header && line.starts_with('['))
-            dropping = false;
-        if (number == header)
-            dropping = true;
-        if (!dropping)
-            temporary += line + "\r\n";
-    }
-    bytes = temporary;
+    std::vector<std::string> lines = lines_of(bytes);
+    const auto first = lines.begin() + header - 1;
+    lines.erase(first, std::find_if(first + 1, lines.end(), [](const auto& line) { return line.starts_with('['); }));
+    bytes = copied(lines);
     return true;
 }
 
 inline int reemplazarlinea(std::string& bytes, std::string_view old_line, const std::string& new_line) {
     refuse_line_breaks(new_line);
-    std::string temporary;
-    int number = 0;
+    std::vector<std::string> lines = lines_of(bytes);
     int last = 0;
-    for (const std::string& line : lines_of(bytes)) {
-        ++number;
-        if (same(line, old_line))
-            last = number;
-        temporary += (same(line, old_line) ? new_line : line) + "\r\n";
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        if (!same(lines[i], old_line))
+            continue;
+        lines[i] = new_line;
+        last = static_cast<int>(i) + 1;
     }
-    bytes = temporary;
+    bytes = copied(lines);
     return last;
 }
 
