@@ -16,18 +16,16 @@ TEST(Encoding, EveryByteOfWindows1252ComesBack) {
 }
 
 TEST(Encoding, BytesAndCharactersOfWindows1252) {
-    const struct {
-        std::string bytes, text;
-    } cases[] = {
+    const std::pair<std::string, std::string> cases[] = {
         {"A", "A"},
         {"\xF1\xD1\xBA\xB3", "ñÑº³"},
         {"\x80\x85\x8C\x99\x9F", "€…Œ™Ÿ"},
         {"\x81\x8D\x8F\x90\x9D", "\u0081\u008D\u008F\u0090\u009D"},
         {std::string("\0", 1), std::string("\0", 1)},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(utf8_from_windows1252(c.bytes), c.text);
-        EXPECT_EQ(windows1252_from_utf8(c.text), c.bytes);
+    for (const auto& [bytes, text] : cases) {
+        EXPECT_EQ(utf8_from_windows1252(bytes), text);
+        EXPECT_EQ(windows1252_from_utf8(text), bytes);
     }
 }
 
@@ -39,9 +37,7 @@ TEST(Encoding, RefusesWhatHasNoByteAndWhatIsNotUtf8) {
 }
 
 TEST(Encoding, LowerCoversTheLettersOfThreeScripts) {
-    const struct {
-        std::string text, small;
-    } cases[] = {
+    const std::pair<std::string, std::string> cases[] = {
         {"[General] N=3", "[general] n=3"},
         {"ÀÉÎÑÖØÞ×ß÷ŒŠŽŸ", "àéîñöøþ×ß÷œšžÿ"},
         {"ĄĆŁŹŻ ŐŰ İI", "ąćłźż őű ii"},
@@ -50,9 +46,9 @@ TEST(Encoding, LowerCoversTheLettersOfThreeScripts) {
         {"ẠỸẞ", "ạỹß"},
         {"日本 \xFF\xC3 \xF0\x9F\x98\x80", "日本 \xFF\xC3 \xF0\x9F\x98\x80"},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(lower(c.text), c.small);
-        EXPECT_EQ(lower(c.small), c.small);
+    for (const auto& [text, small] : cases) {
+        EXPECT_EQ(lower(text), small);
+        EXPECT_EQ(lower(small), small);
     }
 }
 

@@ -29,15 +29,11 @@ const std::vector<std::string> MODELS{"GAS IDEAL",
                                       "DIETERICI-SADUS"};
 
 TEST(PlotRequest, FindsAGasByNumberNameFormulaOrBeginning) {
-    struct Row {
-        std::string_view word;
-        int gas;
-    };
-    const std::vector<Row> rows{
+    const std::vector<std::pair<std::string_view, int>> rows{
         {"2", 2},         {"CO2", 2},        {"co2", 2}, {"CO", 1},   {"dióxido", 2}, {"DIOXIDO DE CARBONO", 2},
         {"Nitrogeno", 3}, {"h2o (agua)", 4}, {"agu", 4}, {"aire", 7}, {"HELIO", 5}};
-    for (const Row& row : rows)
-        EXPECT_EQ(find_gas(row.word, GASES), row.gas) << row.word;
+    for (const auto& [word, gas] : rows)
+        EXPECT_EQ(find_gas(word, GASES), gas) << word;
     for (const std::string_view word : {"0", "8", "-1", "99999999999", "", "x", "C", "H", "1.5"})
         EXPECT_THROW(find_gas(word, GASES), tavo::InvalidArgument) << word;
 }
@@ -45,13 +41,13 @@ TEST(PlotRequest, FindsAGasByNumberNameFormulaOrBeginning) {
 TEST(PlotRequest, FindsAModelByNumberOrCaption) {
     const std::vector<std::pair<std::string_view, int>> rows{{"0", 0},
                                                              {"9", 9},
-                                                             {"peng-robinson", 8},
                                                              {"Peng", 8},
+                                                             {"gas ideal", 0},
+                                                             {"dieterici", 3},
+                                                             {"peng-robinson", 8},
                                                              {"VAN DER WAALS", 1},
                                                              {"REDLICH-KWONG", 4},
-                                                             {"redlich-kwong-s", 7},
-                                                             {"dieterici", 3},
-                                                             {"gas ideal", 0}};
+                                                             {"redlich-kwong-s", 7}};
     for (const auto& [word, model] : rows)
         EXPECT_EQ(find_model_named(word, MODELS), static_cast<EquationOfState>(model)) << word;
     for (const std::string_view word : {"10", "-1", "", "VAN", "REDLICH", "SRK"})
@@ -99,11 +95,7 @@ TEST(PlotRequest, ChoosesThePressuresWhenOnlyVolumesAreGiven) {
 
 TEST(PlotRequest, RefusesWhatItDoesNotUnderstandQuotingIt) {
     const std::string good = "1;0;300;1";
-    struct Row {
-        PlotArguments arguments;
-        std::string quoted;
-    };
-    const std::vector<Row> rows{
+    const std::vector<std::pair<PlotArguments, std::string>> rows{
         {{"plot.gif", {good}, {}, {}}, "plot.gif"},
         {{"plot.png", {}, {}, {}}, "--row"},
         {{"plot.png", {good, good, good, good, good, good}, {}, {}}, "6"},
@@ -125,12 +117,12 @@ TEST(PlotRequest, RefusesWhatItDoesNotUnderstandQuotingIt) {
         {{"plot.png", {good}, {}, "12x800"}, "12x800"},
         {{"plot.png", {good}, {}, "1200x99999"}, "1200x99999"},
     };
-    for (const Row& row : rows) {
+    for (const auto& [arguments, quoted] : rows) {
         try {
-            parse_plot_request(row.arguments, GASES, MODELS);
-            ADD_FAILURE() << "accepted " << row.quoted;
+            parse_plot_request(arguments, GASES, MODELS);
+            ADD_FAILURE() << "accepted " << quoted;
         } catch (const tavo::InvalidArgument& error) {
-            EXPECT_NE(std::string(error.what()).find(row.quoted), std::string::npos) << error.what();
+            EXPECT_NE(std::string(error.what()).find(quoted), std::string::npos) << error.what();
         }
     }
 }
