@@ -129,6 +129,16 @@ TEST(Text, OperationsGiveExactlyTheseResultsAndBytes) {
     }
 }
 
+TEST(Text, ALongSectionReadsLikeAShortOne) {
+    std::string file = "[a]\r\n";
+    for (int i = 0; i < 200; ++i)
+        file += "Key" + std::to_string(i % 150) + "=" + std::to_string(i) + "\r\n\r\n";
+    const Text bad(file + "bad\r\nlast=1\r\n");
+    EXPECT_EQ(bad.leerclave("A", "kEY149") + bad.leerclave("a", "key7"), "1497");
+    EXPECT_THROW(bad.leerclave("a", "last"), InvalidArgument);
+    EXPECT_THROW(bad.leerclave("a", "none"), InvalidArgument);
+}
+
 TEST(Text, KnowsNoNameThatItsEncodingCannotHold) {
     const std::string file = "[a]\nx=1\n";
     Text text(file);
