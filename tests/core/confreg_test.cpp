@@ -46,7 +46,7 @@ TEST(Text, OperationsGiveExactlyTheseResultsAndBytes) {
     using enum model::Operation;
     const std::string same = "(the same)", bom = "\xEF\xBB\xBF";
     const std::string reading =
-        "stray\n[General]\n\nn=3\nM = spaced \neq=a=b\nN=4\nCa\xF1o=\xC1rbol\n\n[other]\nk= 1  2 \t "
+        "stray\n[General]\n\nn=3\nM = spaced \neq=a=b\nN=4\nCa\xF1o=\xC1rbol\n\n[other]\nk= \t1  2 \t "
         "\n[GENERAL]\nlater=1\n"
         "[last-\nempty=\n[\xF1\xF1\nx=y";
     const struct {
@@ -59,7 +59,7 @@ TEST(Text, OperationsGiveExactlyTheseResultsAndBytes) {
         {{LEER, "GENERAL", "eq"}, reading, "/a=b", same},
         {{LEER, "general", "CA\xD1O"}, reading, "/Árbol", same},
         {{LEER, "general", "later"}, reading, "/", same},  // in a later section of the name
-        {{LEER, "other", "k"}, reading, "/1  2 \t", same},
+        {{LEER, "other", "k"}, reading, "/\t1  2 \t", same},
         {{LEER, "last", "empty"}, reading, "/", same},
         {{LEER, "last-", "empty"}, reading, "/", same},
         {{LEER, "\xD1", "x"}, reading, "/y", same},
