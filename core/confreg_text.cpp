@@ -542,7 +542,7 @@ void Text::Impl::apply(const Change& change, std::string_view line) {
         lines.push_back(Line::even(line));
         lines.push_back(Line::even({}));
     }
-    if (lines.size() != count)
+    if (change.insert || lines.size() != count)
         change.block->keys.reset();
 }
 

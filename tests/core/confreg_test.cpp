@@ -140,6 +140,18 @@ TEST(Text, ALongSectionReadsLikeAShortOne) {
     EXPECT_THROW(bad.leerclave("a", "none"), InvalidArgument);
 }
 
+TEST(Text, FindsTheKeysOfALongSectionThatWasEdited) {
+    std::string file = "[a]\r\n\r\n\r\n";
+    for (int i = 0; i < 100; ++i)
+        file += "k" + std::to_string(i) + "=" + std::to_string(i) + "\r\n";
+    Text text(file + "[b]\r\nx=1\r\n");
+    for (int search = 0; search < 2; ++search)
+        EXPECT_EQ(text.leerclave("a", "k5"), "5");
+    text.escribirclave("a", "new", "N");  // two blank lines go, the key and the blank line behind it come
+    EXPECT_EQ(text.leerclave("a", "k5"), "5");
+    EXPECT_EQ(text.leerclave("a", "new"), "N");
+}
+
 TEST(Text, KnowsNoNameThatItsEncodingCannotHold) {
     const std::string file = "[a]\nx=1\n";
     Text text(file);
