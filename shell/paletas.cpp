@@ -3,8 +3,7 @@
 namespace {
 
 struct Colours {
-    QRgb window, base, alternate, button, text, placeholder, bright, link, highlight, highlighted, tip, tip_text,
-        disabled;
+    QRgb window, base, alternate, button, text, hint, bright, link, highlight, highlighted, tip, tip_text, disabled;
 };
 
 QPalette palette_of(const Colours& c) {
@@ -14,7 +13,7 @@ QPalette palette_of(const Colours& c) {
     palette.setColor(QPalette::Base, c.base);
     palette.setColor(QPalette::AlternateBase, c.alternate);
     palette.setColor(QPalette::Text, c.text);
-    palette.setColor(QPalette::PlaceholderText, c.placeholder);
+    palette.setColor(QPalette::PlaceholderText, c.hint);
     palette.setColor(QPalette::Button, c.button);
     palette.setColor(QPalette::ButtonText, c.text);
     palette.setColor(QPalette::BrightText, c.bright);
