@@ -412,17 +412,15 @@ std::string abbreviated(const std::string& description) {
 
 namespace {
 
-/// Whether a line touches a rectangle.
-bool touches(Point a, Point b, const Rectangle& r) {
-    return clip(a, b, {r.x, r.y, r.x + r.width, r.y + r.height}).has_value();
-}
-
-int crossings(const Rectangle& r, std::span<const std::vector<Point>> lines, int give_up) {
-    int count = 0;
+/// Length of the lines inside a rectangle, counted until it reaches `give_up`.
+double length_inside(const Rectangle& r, std::span<const std::vector<Point>> lines, double give_up) {
+    const PlotRange window{r.x, r.y, r.x + r.width, r.y + r.height};
+    double length = 0.0;
     for (const auto& line : lines)
-        for (std::size_t i = 1; i < line.size() && count < give_up; ++i)
-            count += touches(line[i - 1], line[i], r) ? 1 : 0;
-    return count;
+        for (std::size_t i = 1; i < line.size() && length < give_up; ++i)
+            if (const auto part = clip(line[i - 1], line[i], window))
+                length += std::hypot((*part)[1].x - (*part)[0].x, (*part)[1].y - (*part)[0].y);
+    return length;
 }
 
 }  // namespace
@@ -432,16 +430,16 @@ Placement place_legend(double width, double height, const Rectangle& area, std::
     constexpr int ROWS = 8, COLUMNS = 8;
     const double free_x = std::max(0.0, area.width - width - 2.0 * margin);
     const double free_y = std::max(0.0, area.height - height - 2.0 * margin);
-    Placement best{{area.x + margin + free_x, area.y + margin, width, height}, std::numeric_limits<int>::max()};
+    Placement best{{area.x + margin + free_x, area.y + margin, width, height}, std::numeric_limits<double>::infinity()};
     for (int row = 0; row <= ROWS; ++row) {
         for (int column = COLUMNS; column >= 0; --column) {
             const Rectangle place{area.x + margin + free_x * column / COLUMNS, area.y + margin + free_y * row / ROWS,
                                   width, height};
             const Rectangle guarded{place.x - margin, place.y - margin, width + 2.0 * margin, height + 2.0 * margin};
-            const int count = crossings(guarded, lines, best.crossings);
-            if (count < best.crossings)
-                best = {place, count};
-            if (best.crossings == 0)
+            const double hidden = length_inside(guarded, lines, best.hidden);
+            if (hidden < best.hidden)
+                best = {place, hidden};
+            if (best.hidden == 0.0)
                 return best;
         }
     }

@@ -164,11 +164,12 @@ struct Rectangle {
 
 struct Placement {
     Rectangle place;
-    int crossings;  // pieces of line that run through it
+    double hidden;  // length of the lines that run through it
 };
 
 /// Where a legend of this size hides as little as possible of the lines: the first free place from the top right
-/// corner on, else the one with the fewest crossings. All in pixels; `margin` keeps it off the edges.
+/// corner on, else the one that covers the shortest length of them, so that a loop counts for more than a flat branch.
+/// All in pixels; `margin` keeps it off the edges.
 Placement place_legend(double width, double height, const Rectangle& area, std::span<const std::vector<Point>> lines,
                        double margin);
 

@@ -202,9 +202,9 @@ Legend choose_legend(const Escena& escena, const QRectF& plot, const QFontMetric
         brief.push_back(text(abbreviated(c.description)));
     }
     Legend result = lay_out(std::move(whole), plot, metrics, lines);
-    if (result.where.crossings > 0) {
+    if (result.where.hidden > 0.0) {
         Legend shorter = lay_out(std::move(brief), plot, metrics, lines);
-        if (shorter.where.crossings < result.where.crossings)
+        if (shorter.where.hidden < result.where.hidden)
             return shorter;
     }
     return result;
