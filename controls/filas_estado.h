@@ -1,0 +1,77 @@
+#pragma once
+// The four rows of a state: caption or marker, entry, spin button and unit, as the calculations window and the
+// laboratory show them.
+
+#include <QLabel>
+#include <QWidget>
+
+#include <array>
+
+#include "controls/entrada_numerica.h"
+#include "controls/etiqueta_unidad.h"
+#include "controls/marca_incognita.h"
+#include "controls/texto.h"
+#include "windows/calc/calculos_logica.h"
+
+/// Entries keep the value behind their text: what the program wrote with four decimals counts in full until somebody
+/// types. The unknown's entry cannot be typed into, nor its spin button pressed.
+class FilasEstado : public QWidget {
+    Q_OBJECT
+public:
+    using Variable = calculos::Variable;
+
+    /// `table` is asked for the molar mass of slot 0.
+    FilasEstado(Texto texto, const calculos::SlotTable& table, QWidget* padre = nullptr);
+
+    Variable unknown() const { return unknown_; }
+    void set_unknown(Variable variable);  // without a signal
+
+    /// Markers and unit labels are silent while it is set.
+    void set_silent(bool silent) { silent_ = silent; }
+
+    QString unit(Variable variable) const;
+    EntradaNumerica* entry(Variable variable) const;
+    UpDown* spin(Variable variable) const;
+    /// As entered, in the unit shown.
+    double shown_value(Variable variable) const;
+    /// In K, l or atm; amounts as entered.
+    double value(Variable variable) const;
+    /// Writes a value given in K, l or atm (amounts: as shown) in the entry, in its unit. No signal.
+    void show_value(Variable variable, double value, const char* pattern = "####0.0000");
+    /// Text as it stands, at Load.
+    void show_text(Variable variable, const QString& text);
+
+signals:
+    /// An entry was left, confirmed with return or stepped, and holds another value than before.
+    void edited(Variable variable);
+    void unknown_chosen(Variable variable);  // unknown() is the variable already
+    void unit_changed(Variable variable);    // K, l, atm: the shown value is converted; amount: the number stays
+
+private:
+    void lbbtemp_Click();
+    void lbbvol_Click();
+    void lbbpress_Click();
+    void lbmasa_Click();
+    void unit_Click(Variable variable, const QString& from, const QString& to);
+    void UpDown_Change(Variable variable);
+    void entry_LostFocus(Variable variable);
+    void choose(Variable variable);
+    void make_row(Variable variable, int row);
+    void show_colours();
+
+    struct Row {
+        QLabel* caption = nullptr;  // a MarcaIncognita, Label6 for the amount
+        EntradaNumerica* entry = nullptr;
+        UpDown* spin = nullptr;
+        EtiquetaUnidad* unit = nullptr;
+        double reported = 0.0;  // value that was told last
+    };
+    Row& row(Variable variable) { return rows_[static_cast<std::size_t>(variable)]; }
+    const Row& row(Variable variable) const { return rows_[static_cast<std::size_t>(variable)]; }
+
+    Texto texto_;
+    const calculos::SlotTable& table_;
+    std::array<Row, 4> rows_;
+    Variable unknown_ = Variable::Pressure;
+    bool silent_ = false;
+};

@@ -1,0 +1,65 @@
+#pragma once
+// The laboratory's instruments without their drawing: scales, graduations, what a drag makes the unknown, where the
+// particles stand. Standard library only; litres, kelvin and atm.
+
+#include <array>
+#include <optional>
+#include <vector>
+
+#include "windows/calc/calculos_logica.h"
+
+namespace laboratorio {
+
+using calculos::Variable;
+
+enum class Instrument { Piston, Thermometer, Thermocouple, Barometer, Manometer };
+
+struct Scale {
+    double minimum, maximum;
+    double graduation;  // between two ticks: an arrow key's step
+    int numbered;       // every so many ticks carry a number
+};
+const Scale& scale(Instrument instrument);
+Variable variable(Instrument instrument);
+/// Language string that says that the value is outside the scale: 90, 91, 92, 94, 95.
+int range_text(Instrument instrument);
+
+bool inside(Instrument instrument, double value);  // limits included
+double pinned(Instrument instrument, double value);
+
+/// A surface whose top is the scale's maximum and whose height is minimum - maximum: value at a height y below the top
+/// (0 .. height, clamped), and back.
+double value_at(Instrument instrument, double y, double height);
+double place_of(Instrument instrument, double value, double height);
+
+/// The unknown after an instrument was dragged.
+Variable unknown_after_drag(Instrument dragged, Variable unknown);
+
+/// What the entries accept: above `minimum`, up to `maximum` (K, l, atm; amounts in the unit shown).
+struct Limits {
+    double minimum, maximum;
+    int below, above;  // language strings 77 to 84
+};
+const Limits& limits(Variable variable);
+
+/// A tick of a scale.
+struct Tick {
+    double value;
+    bool numbered;
+};
+std::vector<Tick> ticks(Instrument instrument);
+
+/// A particle in the unit square of the gas space (y from the bottom), with the direction of its motion.
+struct Particle {
+    double x, y;
+    double dx, dy;  // a unit vector
+};
+/// Fixed places and directions: the first k of more particles stay where they were.
+std::vector<Particle> particles(int count);
+/// How many particles hint at an amount, between 0 and MOST_PARTICLES.
+inline constexpr int MOST_PARTICLES = 240;
+int particle_count(double moles);
+/// Length of a particle's trail in units of that at 300 K: sqrt(T/300), like the mean speed.
+double trail(double kelvin);
+
+}  // namespace laboratorio
