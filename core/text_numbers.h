@@ -250,6 +250,18 @@ inline constexpr auto TEXT_NUMBERS = std::to_array<TextNumber>({
     {573, "tool tip: back to the previous ranges (Backspace key)"},
     {574, "tool tip: copy the picture to the clipboard"},
     {575, "tool tip: save the picture in a file"},
+    {620, "unfolds the table of all models"},
+    {621, "column header of the table of all models: model"},
+    {622, "heading: gas list, equation list and coefficients"},
+    {623, "heading: amount, temperature, volume and pressure"},
+    {624, "line under the table of all models: measured boiling point and enthalpy of vaporisation there"},
+    {625, "copy the table of all models (button)"},
+    {626, "tool tip: copies the table of all models, tab-separated"},
+    {627, "status line: the table is on the clipboard"},
+    {628, "the vapour pressure shown rounds to 0.00, so that there is no enthalpy: choose a smaller unit"},
+    {629, "state line of a fresh window: how to start"},
+    {630, "no coexistence at this temperature"},
+    {631, "no enthalpy: there is no vapour pressure half a kelvin above or below"},
 });
 
 }  // namespace tavo
