@@ -3,6 +3,7 @@
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QRegularExpression>
+#include <QScopedValueRollback>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <QValidator>
@@ -17,7 +18,22 @@
 namespace {
 
 constexpr int LONGEST_TEXT = 12;
-constexpr int WHEEL_NOTCH = 120;  // eighths of a degree, times 15
+constexpr int WHEEL_NOTCH = 120;                         // eighths of a degree, times 15
+constexpr int REPEAT_DELAY = 350, REPEAT_INTERVAL = 50;  // ms
+
+/// One decimal order below the value's. Downwards a power of ten belongs to the order below, so that 1 goes to 0.99 as
+/// 0.99 goes to 1.
+double adaptive_increment(double value, bool down) {
+    constexpr double ROUNDING = 1e-12;
+    const double order = std::log10(value);
+    return std::pow(10.0, (down ? std::ceil(order - ROUNDING) - 1.0 : std::floor(order + ROUNDING)) - 1.0);
+}
+
+/// Without the noise that a sum of decimal fractions leaves below the ninth digit of the increment.
+double tidy(double sum, double increment) {
+    const double digits = 1e9 / increment;
+    return std::isfinite(sum * digits) ? std::round(sum * digits) / digits : sum;
+}
 
 /// Whole numbers only: what a paste, a drop or an input method may put in.
 class NumberValidator : public QValidator {
@@ -44,10 +60,20 @@ EntradaNumerica::EntradaNumerica(QWidget* padre) : QLineEdit(padre) {
     setMaxLength(24);
     setValidator(new NumberValidator(this));
     setInputMethodHints(Qt::ImhFormattedNumbersOnly);
+    connect(this, &QLineEdit::textChanged, this, [this] {
+        if (!writing_exact_)
+            exact_.reset();
+    });
 }
 
 double EntradaNumerica::value() const {
-    return tavo::Val(text().toStdString());
+    return exact_ ? *exact_ : tavo::Val(text().toStdString());
+}
+
+void EntradaNumerica::set_exact(double value, const QString& text) {
+    const QScopedValueRollback writing(writing_exact_, true);
+    exact_ = value;
+    setText(text);
 }
 
 void EntradaNumerica::focusInEvent(QFocusEvent* event) {
@@ -126,6 +152,8 @@ QToolButton* UpDown::make_button(Qt::ArrowType arrow, int steps) {
     auto* button = new QToolButton(this);
     button->setArrowType(arrow);
     button->setAutoRepeat(true);
+    button->setAutoRepeatDelay(REPEAT_DELAY);
+    button->setAutoRepeatInterval(REPEAT_INTERVAL);
     button->setFocusPolicy(Qt::NoFocus);  // the entry's arrow keys do the same
     button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     button->setAccessibleName(arrow == Qt::UpArrow ? QStringLiteral("+") : QStringLiteral("-"));
@@ -144,13 +172,33 @@ void UpDown::set_range(double minimum, double maximum) {
 }
 
 void UpDown::step(int steps) {
-    if (!entry_ || !isEnabled())
+    if (!entry_ || !isEnabled() || steps == 0)
         return;
-    const double wanted = std::clamp(entry_->value() + steps * increment_, minimum_, maximum_);
-    constexpr double DIGITS = 1e6;  // sums of decimal fractions stay short
-    entry_->setText(QString::fromStdString(tavo::to_text(std::round(wanted * DIGITS) / DIGITS)));
+    const double value = entry_->value();
+    const double wanted = std::clamp(stepped(value, steps), std::min(minimum_, value), std::max(maximum_, value));
+    entry_->setText(QString::fromStdString(tavo::to_text(wanted)));
     emit Change();
     entry_->selectAll();
+}
+
+double UpDown::stepped(double value, int steps) const {
+    if (!adaptive_)
+        return tidy(value + steps * increment_, increment_);
+    const bool down = steps < 0;
+    for (int i = 0; i < std::abs(steps); ++i) {
+        if (value <= 0.0)
+            return down ? value : increment_;
+        const double increment = adaptive_increment(value, down);
+        value = tidy(down ? value - increment : value + increment, increment);
+    }
+    return value;
+}
+
+bool UpDown::event(QEvent* event) {
+    if (event->type() == QEvent::WindowBlocked)  // the box gets the release of the mouse button
+        for (auto* button : findChildren<QToolButton*>())
+            button->setDown(false);
+    return QWidget::event(event);
 }
 
 QSize UpDown::sizeHint() const {
