@@ -14,8 +14,11 @@ public:
 
     QString unit() const { return text(); }
     void set_unit(const QString& unit);  // without a signal
+    /// Neither steps nor looks as if it did.
+    void set_silent(bool silent);
 
     QSize sizeHint() const override;  // as wide as the family's widest label: nothing moves on a click
+    QSize minimumSizeHint() const override { return sizeHint(); }
 
 signals:
     void Click(const QString& from, const QString& to);  // text() is `to` already
@@ -33,4 +36,5 @@ private:
     void underline();
 
     tavo::Global::UnitFamily family_;
+    bool silent_ = false;
 };

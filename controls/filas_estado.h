@@ -14,7 +14,8 @@
 #include "windows/calc/calculos_logica.h"
 
 /// Entries keep the value behind their text: what the program wrote with four decimals counts in full until somebody
-/// types. The unknown's entry cannot be typed into, nor its spin button pressed.
+/// types, and a change of unit leaves value() untouched. The unknown's entry cannot be typed into, nor its spin button
+/// pressed.
 class FilasEstado : public QWidget {
     Q_OBJECT
 public:
@@ -27,11 +28,14 @@ public:
     void set_unknown(Variable variable);  // without a signal
 
     /// Markers and unit labels are silent while it is set.
-    void set_silent(bool silent) { silent_ = silent; }
+    void set_silent(bool silent);
 
     QString unit(Variable variable) const;
     EntradaNumerica* entry(Variable variable) const;
     UpDown* spin(Variable variable) const;
+    /// Of the spin button, in K, l or atm, whatever the unit shown (amounts: as shown). 0 to 1000000 at first.
+    void set_range(Variable variable, double minimum, double maximum);
+
     /// As entered, in the unit shown.
     double shown_value(Variable variable) const;
     /// In K, l or atm; amounts as entered.
@@ -42,30 +46,41 @@ public:
     void show_text(Variable variable, const QString& text);
 
 signals:
-    /// An entry was left, confirmed with return or stepped, and holds another value than before.
+    /// An entry was left, confirmed with return or stepped, and holds another value than before. A return that is
+    /// announced goes no further; any other reaches the window.
     void edited(Variable variable);
     void unknown_chosen(Variable variable);  // unknown() is the variable already
     void unit_changed(Variable variable);    // K, l, atm: the shown value is converted; amount: the number stays
 
-private:
-    void lbbtemp_Click();
-    void lbbvol_Click();
-    void lbbpress_Click();
-    void lbmasa_Click();
-    void unit_Click(Variable variable, const QString& from, const QString& to);
-    void UpDown_Change(Variable variable);
-    void entry_LostFocus(Variable variable);
-    void choose(Variable variable);
-    void make_row(Variable variable, int row);
-    void show_colours();
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
+private:
     struct Row {
         QLabel* caption = nullptr;  // a MarcaIncognita, Label6 for the amount
         EntradaNumerica* entry = nullptr;
         UpDown* spin = nullptr;
         EtiquetaUnidad* unit = nullptr;
+        double base = 0.0;      // value behind an exact text; K, l, atm, amounts as shown
         double reported = 0.0;  // value that was told last
+        double minimum = 0.0, maximum = 1e6;
     };
+
+    void lbbtemp_Click() { choose(Variable::Temperature); }
+    void lbbvol_Click() { choose(Variable::Volume); }
+    void lbbpress_Click() { choose(Variable::Pressure); }
+    void make_row(Variable variable);
+    QLabel* make_caption(Variable variable);
+    void set_tab_order();
+    void unit_Click(Variable variable, const QString& from, const QString& to);
+    /// Rewrites the text as its value and announces it if it is another one; true then.
+    bool commit(Variable variable);
+    void choose(Variable variable);
+    void write(Variable variable, double shown, double base, const QString& text);
+    void apply_range(Variable variable);
+    void describe(Variable variable);  // tool tips and what is spoken
+    QString exact_text(Variable variable) const;
+
     Row& row(Variable variable) { return rows_[static_cast<std::size_t>(variable)]; }
     const Row& row(Variable variable) const { return rows_[static_cast<std::size_t>(variable)]; }
 

@@ -8,7 +8,8 @@ QColor color_incognita();
 /// Colours a caption, unit or entry as the unknown, or with the palette's own ink again.
 void marcar(QWidget* control, bool incognita);
 
-/// Its mnemonic leads to the buddy; space and return on the caption itself choose it, as a click does.
+/// Its mnemonic leads to the buddy; space and return on the caption itself choose it, as a click does. Bold while it is
+/// the unknown.
 class MarcaIncognita : public QLabel {
     Q_OBJECT
 public:
@@ -16,6 +17,11 @@ public:
 
     void set_unknown(bool unknown);
     bool is_unknown() const { return unknown_; }
+    /// Neither answers to a click nor looks as if it did.
+    void set_silent(bool silent);
+
+    QSize sizeHint() const override;  // room for the bold text: nothing moves
+    QSize minimumSizeHint() const override { return sizeHint(); }
 
 signals:
     void Click();
@@ -30,6 +36,8 @@ protected:
 
 private:
     void show_look();
+    void choose();
 
     bool unknown_ = false;
+    bool silent_ = false;
 };
