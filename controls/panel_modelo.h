@@ -7,6 +7,7 @@
 #include <QStringList>
 #include <QWidget>
 
+#include <array>
 #include <cstdint>
 
 #include "controls/entrada_numerica.h"
@@ -15,8 +16,10 @@
 #include "controls/texto.h"
 #include "core/slots.h"
 
+class QGridLayout;
+
 /// Shows slot 0 and tells what the user wants changed in it; it loads nothing itself. Boxes that a model does not have
-/// are hidden; txtmu belongs to model 6 alone.
+/// are hidden; txtmu belongs to model 6 alone. Nothing moves when the model changes.
 class PanelModelo : public QWidget {
     Q_OBJECT
 public:
@@ -24,7 +27,8 @@ public:
 
     std::int16_t gas() const;  // list index + 1; 0: none
     tavo::EquationOfState model() const;
-    /// Lists, boxes, labels, units and formula from the slot, without a signal. Coefficients set by hand look so.
+    /// Lists, boxes, labels, units and formula from the slot, without a signal. Coefficients set by hand look so; a
+    /// slot without a loaded gas leaves the boxes empty. What is being typed for the same gas and model stays.
     void show_slot(const tavo::EquationSlot& slot);
     /// As they stand in the boxes, in full where nobody typed; those that the model does not have are 0.
     std::array<double, 4> coefficients() const;
@@ -33,25 +37,47 @@ public:
 signals:
     void gas_chosen();
     void model_chosen();
-    void coefficients_edited();
+    void coefficients_edited();  // a box was left or confirmed with return, and its text had been changed
     void mu_edited();
     void automatic_wanted();  // the button beside coefficients set by hand
 
 private:
+    /// A box with its caption and unit, and what was shown in it or told of it last.
+    struct Row {
+        EntradaNumerica* box;
+        QLabel *name, *unit;
+        QString known_text;
+        double known_value;
+    };
+
     void cmbgas_Click();
     void cmbecu_Click();
-    void coefficient_LostFocus();
+    void coefficient_LostFocus(Row& row);
     void txtmu_LostFocus();
     void btautomatico_Click();
+
+    void make_lists(QAbstractItemModel* gases, const QStringList& models);
+    void make_rows();
+    Row make_row(QGridLayout* grid, int row, int column, const char* box, const char* name, const char* unit);
+    void show_labels();
+    void show_by_hand(bool by_hand);
+    void show_value(Row& row, double value, const char* pattern);
+    void show_text(Row& row, const QString& text, double value);
+    static double value_of(const Row& row);
+    static bool is_edited(const Row& row);
+    static bool take_edit(Row& row);  // whether it was edited; it counts as told from now on
+    void forget_edits();
 
     Texto texto_;
     QLabel *Label1, *Label2, *Label5;
     ListaGases* cmbgas;
     QComboBox* cmbecu;
     ImagenFormula* imgformula;
-    EntradaNumerica *txta, *txtb, *txtc, *txtd, *txtmu;
-    QLabel *lba, *lbb, *lbc, *lbd, *lbmu;
-    QLabel *lbunita, *lbunitb, *lbunitc, *lbunitd;
+    std::array<Row, 4> rows_{};  // txta, lba, lbunita and so on to d
+    Row mu_row_{};               // txtmu, lbmu
     QPushButton* btautomatico;
+    std::int16_t shown_gas_ = 0;
+    tavo::EquationOfState shown_model_ = tavo::EquationOfState::IdealGas;
+    int gas_before_reset_ = -1;
     bool showing_ = false;  // the panel writes its own controls: no handler answers
 };

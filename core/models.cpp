@@ -119,17 +119,27 @@ constexpr std::array SOAVE_TEXTS{CoefficientText{"a (T) [l ² atm / mol ²]", "a
 
 using enum EquationOfState;
 constexpr std::array<Model, 10> MODELS{{
-    {IdealGas, "", "ideal gas", 85, 0, {}, ideal_gas, no_covolume},
-    {VanDerWaals, "VAN DER WAALS", "van der waals", 0, 2, VAN_DER_WAALS_TEXTS, van_der_waals, whole_covolume},
-    {Berthelot, "BERTHELOT", "berthelot", 0, 2, BERTHELOT_TEXTS, berthelot, whole_covolume},
-    {Dieterici, "DIETERICI", "dieterici", 0, 2, VAN_DER_WAALS_TEXTS, dieterici, whole_covolume},
-    {RedlichKwong, "REDLICH-KWONG", "redlich-kwong", 0, 2, REDLICH_KWONG_TEXTS, redlich_kwong, whole_covolume},
-    {Virial, "VIRIAL", "virial", 0, 4, VIRIAL_TEXTS, virial, no_covolume},
-    {FreeExponent, "", "free exponent", 86, 3, FREE_EXPONENT_TEXTS, free_exponent, whole_covolume},
-    {Soave, "REDLICH-KWONG-SOAVE", "redlich-kwong-soave", 0, 3, SOAVE_TEXTS, soave, whole_covolume},
-    {PengRobinson, "PENG-ROBINSON", "peng-robinson", 0, 3, SOAVE_TEXTS, peng_robinson, whole_covolume},
-    {DietericiSadus, "DIETERICI-SADUS", "dieterici-sadus", 0, 2, VAN_DER_WAALS_TEXTS, dieterici_sadus,
-     quarter_covolume},
+    {IdealGas, "", "ideal gas", "P = R T/Vm", 85, 0, {}, ideal_gas, no_covolume},
+    {VanDerWaals, "VAN DER WAALS", "van der waals", "P = R T/(Vm − b) − a/Vm²", 0, 2, VAN_DER_WAALS_TEXTS,
+     van_der_waals, whole_covolume},
+    {Berthelot, "BERTHELOT", "berthelot", "P = R T/(Vm − b) − a/(T Vm²)", 0, 2, BERTHELOT_TEXTS, berthelot,
+     whole_covolume},
+    {Dieterici, "DIETERICI", "dieterici", "P = R T/(Vm − b) exp(−a/(R T Vm))", 0, 2, VAN_DER_WAALS_TEXTS, dieterici,
+     whole_covolume},
+    {RedlichKwong, "REDLICH-KWONG", "redlich-kwong", "P = R T/(Vm − b) − a/(√T Vm (Vm + b))", 0, 2, REDLICH_KWONG_TEXTS,
+     redlich_kwong, whole_covolume},
+    {Virial, "VIRIAL", "virial", "P = (R T/Vm) (A + B/Vm + C/Vm² + D/Vm³)", 0, 4, VIRIAL_TEXTS, virial, no_covolume},
+    {FreeExponent, "", "free exponent", "P = R T/(Vm − b) − a/Vm^µ", 86, 3, FREE_EXPONENT_TEXTS, free_exponent,
+     whole_covolume},
+    {Soave, "REDLICH-KWONG-SOAVE", "redlich-kwong-soave",
+     "P = R T/(Vm − b) − a(T)/(Vm (Vm + b)), a(T) = ac (1 + m (1 − √(T/Tc)))²", 0, 3, SOAVE_TEXTS, soave,
+     whole_covolume},
+    {PengRobinson, "PENG-ROBINSON", "peng-robinson",
+     "P = R T/(Vm − b) − a(T)/(Vm (Vm + b) + b (Vm − b)), a(T) = ac (1 + m (1 − √(T/Tc)))²", 0, 3, SOAVE_TEXTS,
+     peng_robinson, whole_covolume},
+    {DietericiSadus, "DIETERICI-SADUS", "dieterici-sadus",
+     "P = R T (1 + y + y² − y³)/(Vm (1 − y)³) exp(−a/(R T Vm)), y = b/(4 Vm)", 0, 2, VAN_DER_WAALS_TEXTS,
+     dieterici_sadus, quarter_covolume},
 }};
 
 constexpr bool in_order() {

@@ -31,6 +31,7 @@ struct Model {
     EquationOfState number;
     std::string_view caption;                // literal caption; empty where the language table names it
     std::string_view name;                   // in error sentences: "van der waals"
+    std::string_view formula;                // the equation as plain text, UTF-8: "P = R T/(Vm − b) − a/Vm²"
     int caption_string;                      // number in the language table (85, 86), or 0
     int stored;                              // how many c(e,k) the gas record holds
     std::span<const CoefficientText> texts;  // as shown beside the boxes, in the order a, b, c, d (mu apart)

@@ -1,5 +1,8 @@
 #include "shell/textos.h"
 
+#include "core/models.h"
+#include "shell/application_state.h"
+
 QString sin_mnemonico(const QString& caption) {
     QString plain;
     plain.reserve(caption.size());
@@ -18,4 +21,13 @@ QString como_caption(const QString& text) {
 
 QString con_valor(QString text, const QString& value) {
     return text.replace(QStringLiteral("%1"), value);
+}
+
+QStringList nombres_modelos(const ApplicationState& estado) {
+    QStringList names;
+    for (const tavo::Model& model : tavo::models())
+        names << (model.caption.empty()
+                      ? estado.texto(model.caption_string)
+                      : QString::fromUtf8(model.caption.data(), static_cast<qsizetype>(model.caption.size())));
+    return names;
 }

@@ -17,7 +17,7 @@
 #include "core/numtext.h"
 #include "core/palette.h"
 #include "shell/textos.h"
-#include "windows/plots/picture_file.h"
+#include "windows/plots/graficos.h"
 #include "windows/plots/pintar.h"
 
 /// The colour and line mark of each row's curve, beside the rows.
@@ -260,11 +260,10 @@ void frmdatos::Form_Load() {
 }
 
 void frmdatos::llenar_listas() {
-    const auto captions = graficos::model_captions(estado_);
+    const QStringList names = nombres_modelos(estado_);
     for (int i = 1; i <= ROWS; ++i) {
         QComboBox* list = cmbecu[static_cast<std::size_t>(i)];
-        for (const std::string& caption : captions)
-            list->addItem(QString::fromStdString(caption));
+        list->addItems(names);
         list->view()->setMinimumWidth(list->view()->sizeHintForColumn(0));  // whole texts, though the list is narrow
     }
 }

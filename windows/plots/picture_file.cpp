@@ -10,8 +10,8 @@
 
 #include "core/errors.h"
 #include "core/gas_database.h"
-#include "core/models.h"
 #include "shell/application_state.h"
+#include "shell/textos.h"
 #include "windows/plots/pintar.h"
 
 namespace graficos {
@@ -103,21 +103,12 @@ void save(const Picture& picture, const QString& file, QSize size) {
     }
 }
 
-std::vector<std::string> model_captions(const ApplicationState& estado) {
-    std::vector<std::string> captions;
-    for (const tavo::Model& model : tavo::models())
-        captions.push_back(model.caption.empty() ? estado.texto(model.caption_string).toStdString()
-                                                 : std::string(model.caption));
-    return captions;
-}
-
 std::array<std::string, 5> descriptions(ApplicationState& estado) {
-    const auto captions = model_captions(estado);
+    const QStringList names = nombres_modelos(estado);
     std::array<std::string, 5> result;
     for (std::size_t i = 0; i < result.size(); ++i) {
         const tavo::EquationSlot& slot = estado.slot_table()[static_cast<int>(i) + 1];
-        const auto model = static_cast<std::size_t>(slot.equation);
-        result[i] = describe(slot, model < captions.size() ? captions[model] : std::string());
+        result[i] = describe(slot, names.value(static_cast<int>(slot.equation)).toStdString());
     }
     return result;
 }
@@ -125,7 +116,10 @@ std::array<std::string, 5> descriptions(ApplicationState& estado) {
 void draw(const PlotArguments& arguments, ApplicationState& estado) {
     const tavo::confreg::Text& data = estado.data();
     const auto names = tavo::Global::gas_names(data, tavo::Global::gas_count(data));
-    const PlotRequest request = parse_plot_request(arguments, names, model_captions(estado));
+    std::vector<std::string> model_names;
+    for (const QString& name : nombres_modelos(estado))
+        model_names.push_back(name.toStdString());
+    const PlotRequest request = parse_plot_request(arguments, names, model_names);
     tavo::SlotTable& table = estado.slot_table();
     fill_slots(request, table);
     for (int i = 1; i <= static_cast<int>(request.rows.size()); ++i)

@@ -30,9 +30,6 @@ void save(const Picture& picture, const QString& file, QSize size);
 /// The plot that a command line asks for, with the texts of the active language. Throws tavo::Error.
 void draw(const PlotArguments& arguments, ApplicationState& estado);
 
-/// Captions of the ten models in the active language.
-std::vector<std::string> model_captions(const ApplicationState& estado);
-
 /// Legend texts of the five rows.
 std::array<std::string, 5> descriptions(ApplicationState& estado);
 
