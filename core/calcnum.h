@@ -2,21 +2,27 @@
 // Numerics over a slot: root finding, the work integral, and liquid-vapour equilibrium.
 // Molar volumes in l/mol, temperatures in K, pressures in atm.
 
+#include <cstdint>
 #include <functional>
+#include <limits>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "core/slots.h"
 
 namespace tavo::calcnum {
 
+/// Where the 32-bit count of steps ends.
+inline constexpr long ALL_STEPS = std::numeric_limits<std::int32_t>::max();
+
 /// Newton iteration x <- x - F/F' from x0 until |dx/x| < 1e-4, for the unknown "v" (molar volume, `known` is T) or
 /// "t" (temperature, `known` is the molar volume). There is no damping. FloatingPointError: a fault of the arithmetic;
 /// a combination without a residual (model 0; "t" with models 1, 5, 6, 7, 8); an iteration that does not converge, once
-/// its orbit closes, that is, a value comes back. Short cycles are found at once; a chaotic orbit may take up to some
-/// 1e8 steps to close. The count of steps has 32 bits: 2^31 - 1 steps without an end are an error too.
+/// its orbit closes, that is, a value comes back, or after `most_steps` steps. Short cycles are found at once; a
+/// chaotic orbit may take up to some 1e8 steps to close, so that whoever keeps a user waiting gives a smaller bound.
 double newton(std::string_view unknown, EquationOfState equation, const SlotTable& table, int slot, double p,
-              double known, double x0);
+              double known, double x0, long most_steps = ALL_STEPS);
 
 /// How a converged Newton solve ended, for tests and measurements.
 struct NewtonTrace {
@@ -24,7 +30,7 @@ struct NewtonTrace {
     long steps;
 };
 NewtonTrace newton_trace(std::string_view unknown, EquationOfState equation, const SlotTable& table, int slot, double p,
-                         double known, double x0);
+                         double known, double x0, long most_steps = ALL_STEPS);
 
 /// Roots of x^3 + a2 x^2 + a1 x + a0 by Cardano's and the arctangent form; a single real root is returned in all three.
 /// x3 is the largest value. The arctangent form picks the branch of q < 0 (for q > 0 the three values are shifted away
@@ -75,5 +81,11 @@ struct Spinodals {
     double liquid, gas;
 };
 std::optional<Spinodals> spinodals(const EquationSlot& slot, double t);
+
+/// All molar volumes above the co-volume at which the slot's model and coefficients have pressure p at temperature t,
+/// ascending: neighbouring numbers there have pressures on either side of p. One or three at positive pressures, two in
+/// a stretched liquid, none where the model does not reach p; other counts are possible with coefficients set by hand.
+/// Bisection between the turning points of the isotherm: it always ends, and throws nothing.
+std::vector<double> volume_roots(const EquationSlot& slot, double t, double p);
 
 }  // namespace tavo::calcnum

@@ -1,7 +1,6 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
-#include <limits>
 #include <string>
 
 #include "core/calcnum.h"
@@ -23,17 +22,18 @@ struct Problem {
     Coefficients k;
     double p;      // atm
     double known;  // T [K] for the unknown volume, vm [l/mol] for the unknown temperature
+    long most_steps;
 };
 
 [[noreturn]] void fault(const std::string& what, double x0, long steps) {
     throw FloatingPointError("newton: " + what + " after " + std::to_string(steps) + " steps from " + to_text(x0));
 }
 
-/// x <- x - F/F' until the step is below 1e-4 of x; nothing but the 32-bit count of steps limits it. The map has no
+/// x <- x - F/F' until the step is below 1e-4 of x; nothing but the count of steps limits it. The map has no
 /// memory, so a value that comes back proves that the iteration never ends; R. P. Brent's method (BIT 20 (1980) 176)
 /// finds that with one comparison per step.
 template <class Function>
-NewtonTrace iterate(Function residual, double x0) {
+NewtonTrace iterate(Function residual, double x0, long most_steps) {
     double x = x0;
     double landmark = x0;
     std::int64_t landmark_moves_at = 1;
@@ -48,8 +48,8 @@ NewtonTrace iterate(Function residual, double x0) {
             return {x, steps};
         if (x == landmark)
             fault("the iteration runs in a cycle through x = " + to_text(x), x0, steps);
-        if (steps == std::numeric_limits<std::int32_t>::max())
-            fault("the count of steps overflows", x0, steps);
+        if (steps >= most_steps)
+            fault("no convergence", x0, steps);
         if (steps == landmark_moves_at) {
             landmark = x;
             landmark_moves_at *= 2;
@@ -58,11 +58,11 @@ NewtonTrace iterate(Function residual, double x0) {
 }
 
 /// x^3 + c2 x^2 + c1 x + c0.
-NewtonTrace iterate_cubic(double c2, double c1, double c0, double x0) {
+NewtonTrace iterate_cubic(double c2, double c1, double c0, double x0, long most_steps) {
     const auto residual = [=](double x) -> Residual {
         return {x * x * x + c2 * (x * x) + c1 * x + c0, 3.0 * (x * x) + 2.0 * c2 * x + c1};
     };
-    return iterate(residual, x0);
+    return iterate(residual, x0, most_steps);
 }
 
 // Unknown molar volume, T and P known.
@@ -70,14 +70,14 @@ NewtonTrace iterate_cubic(double c2, double c1, double c0, double x0) {
 /// van der Waals' cubic with the attraction a/vm^2.
 NewtonTrace van_der_waals_cubic(double a, const Problem& s, double x0) {
     const double b = s.k.b;
-    return iterate_cubic(-(R * s.known / s.p + b), a / s.p, -(a * b / s.p), x0);
+    return iterate_cubic(-(R * s.known / s.p + b), a / s.p, -(a * b / s.p), x0, s.most_steps);
 }
 
 /// Redlich and Kwong's cubic with the attraction a/(vm (vm + b)).
 NewtonTrace redlich_kwong_cubic(double a, const Problem& s, double x0) {
     const double b = s.k.b;
     const double c1 = a / s.p - b * b - R * s.known * b / s.p;
-    return iterate_cubic(-(R * s.known / s.p), c1, -(a * b / s.p), x0);
+    return iterate_cubic(-(R * s.known / s.p), c1, -(a * b / s.p), x0, s.most_steps);
 }
 
 NewtonTrace volume_van_der_waals(const Problem& s, double x0) {
@@ -93,7 +93,7 @@ NewtonTrace volume_dieterici(const Problem& s, double x0) {
         const double p = rt * std::exp(-a / (rt * x)) / (x - b);
         return {p - s.p, p / (x - b) * ((x - b) * a / (rt * (x * x)) - 1.0)};
     };
-    return iterate(residual, x0);
+    return iterate(residual, x0, s.most_steps);
 }
 
 NewtonTrace volume_redlich_kwong(const Problem& s, double x0) {
@@ -106,7 +106,7 @@ NewtonTrace volume_virial(const Problem& s, double x0) {
         return {x2 * x2 * density - k.a * (x2 * x) - k.b * x2 - k.c * x - k.d,
                 4.0 * (x2 * x) * density - 3.0 * k.a * x2 - 2.0 * k.b * x - k.c};
     };
-    return iterate(residual, x0);
+    return iterate(residual, x0, s.most_steps);
 }
 
 NewtonTrace volume_free_exponent(const Problem& s, double x0) {
@@ -115,7 +115,7 @@ NewtonTrace volume_free_exponent(const Problem& s, double x0) {
         return {std::pow(x, mu + 1.0) - power * volume + s.k.a / s.p * x - s.k.a * s.k.b / s.p,
                 (mu + 1.0) * power - mu * std::pow(x, mu - 1.0) * volume + s.k.a / s.p};
     };
-    return iterate(residual, x0);
+    return iterate(residual, x0, s.most_steps);
 }
 
 NewtonTrace volume_soave(const Problem& s, double x0) {
@@ -126,7 +126,7 @@ NewtonTrace volume_peng_robinson(const Problem& s, double x0) {
     const double a = s.k.a, b = s.k.b, rt = R * s.known;
     const double c1 = a / s.p - 3.0 * (b * b) - 2.0 * rt * b / s.p;
     const double c0 = b * b * b + rt * (b * b) / s.p - a * b / s.p;
-    return iterate_cubic(b - rt / s.p, c1, c0, x0);
+    return iterate_cubic(b - rt / s.p, c1, c0, x0, s.most_steps);
 }
 
 /// 4 R as the residuals of Dieterici-Sadus hold it, and 2 R.
@@ -143,7 +143,7 @@ NewtonTrace volume_dieterici_sadus(const Problem& s, double x0) {
         const double slope = (1.0 + 2.0 * y - 3.0 * (y * y)) * y + spheres * (1.0 - kappa * y + 3.0 * y / free);
         return {common * spheres * y - s.p, common * slope * (-y / x)};
     };
-    return iterate(residual, x0);
+    return iterate(residual, x0, s.most_steps);
 }
 
 // Unknown temperature, molar volume V and P known.
@@ -153,7 +153,7 @@ NewtonTrace temperature_berthelot(const Problem& s, double x0) {
     const auto residual = [=, p = s.p, a = s.k.a](double x) -> Residual {
         return {x * x - free * p * x / R - free * a / (R * (v * v)), 2.0 * x - free * p / R};
     };
-    return iterate(residual, x0);
+    return iterate(residual, x0, s.most_steps);
 }
 
 NewtonTrace temperature_dieterici(const Problem& s, double x0) {
@@ -162,7 +162,7 @@ NewtonTrace temperature_dieterici(const Problem& s, double x0) {
         const double factor = R * std::exp(-a / (R * x * v)) / free;
         return {x * factor - p, (1.0 + a / (R * x * v)) * factor};
     };
-    return iterate(residual, x0);
+    return iterate(residual, x0, s.most_steps);
 }
 
 /// The slope is that of the cubic in the volume at temperature x, not that of F: it sets the pace of the iteration.
@@ -172,7 +172,7 @@ NewtonTrace temperature_redlich_kwong(const Problem& s, double x0) {
         return {p * v * (v * v - b * b) * root - R * x * v * (v + b) * root + a * (v - b),
                 3.0 * (v * v) - TWO_R * x * v / p + a / (root * p) - b * b};
     };
-    return iterate(residual, x0);
+    return iterate(residual, x0, s.most_steps);
 }
 
 NewtonTrace temperature_dieterici_sadus(const Problem& s, double x0) {
@@ -183,7 +183,7 @@ NewtonTrace temperature_dieterici_sadus(const Problem& s, double x0) {
         const double pressure = spheres * x * std::exp(-kappa / x);
         return {pressure - p, pressure * (1.0 + kappa / x) / x};
     };
-    return iterate(residual, x0);
+    return iterate(residual, x0, s.most_steps);
 }
 
 using Solve = NewtonTrace (*)(const Problem&, double x0);
@@ -208,8 +208,8 @@ Solve solver(std::string_view unknown, EquationOfState equation) {
 }  // namespace
 
 NewtonTrace newton_trace(std::string_view unknown, EquationOfState equation, const SlotTable& table, int slot, double p,
-                         double known, double x0) {
-    const Problem problem{coefficients(table[slot]), p, known};
+                         double known, double x0, long most_steps) {
+    const Problem problem{coefficients(table[slot]), p, known, most_steps};
     const Solve solve = solver(unknown, equation);
     if (solve == nullptr)
         throw FloatingPointError("newton: no residual for the unknown \"" + std::string(unknown) + "\" with model " +
@@ -218,8 +218,8 @@ NewtonTrace newton_trace(std::string_view unknown, EquationOfState equation, con
 }
 
 double newton(std::string_view unknown, EquationOfState equation, const SlotTable& table, int slot, double p,
-              double known, double x0) {
-    return newton_trace(unknown, equation, table, slot, p, known, x0).x;
+              double known, double x0, long most_steps) {
+    return newton_trace(unknown, equation, table, slot, p, known, x0, most_steps).x;
 }
 
 }  // namespace tavo::calcnum

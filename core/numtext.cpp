@@ -188,11 +188,15 @@ std::string Format(double x, std::string_view pattern) {
 }
 
 std::string to_text(double x) {
+    return significant(x, 15);
+}
+
+std::string significant(double x, int digits) {
     if (!std::isfinite(x))
         return not_finite(x);
     if (x == 0.0)
         return "0";
-    const Decimal value = rounded_decimal(std::fabs(x), 15);
+    const Decimal value = rounded_decimal(std::fabs(x), digits);
     const bool plain = value.point > -4 && value.point <= 15;  // 1e-4 <= |x| < 1e15
     return (x < 0.0 ? "-" : "") + (plain ? plain_form(value) : exponent_form(value));
 }

@@ -20,6 +20,10 @@ std::string Format(double x, std::string_view pattern);
 /// 1e-4 <= |x| < 1e15, else an exponent of two or three digits ("1.5E-07").
 std::string to_text(double x);
 
+/// The same with at most `digits` significant digits (1 to 15): with 4 digits "0.04322" for 0.0432159, "1235000" for
+/// 1234567.
+std::string significant(double x, int digits);
+
 /// 17 significant digits in the shorter of fixed and exponent notation, without trailing zeros: what tavo-calc prints.
 std::string to_text17(double x);
 

@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <numbers>
 #include <string>
 
 #include "core/calcnum.h"
@@ -111,15 +112,23 @@ double soave(const State& s) {
     return root > 0.0 ? root * root : NO_ROOT;
 }
 
-/// Models 3 and 9. P(T) is convex and rises, so Newton converges from every point above the root; one such point is
-/// P/P' + a/(R vm), since exp(-x) >= 1 - x. It is needed where the pressure at the usual start underflows.
+/// Models 3 and 9, P = P' T exp(-c/T). P(T) is convex, so Newton converges from every point above the rising root. One
+/// such point is P/P' + c, since exp(-x) >= 1 - x; it is needed where the pressure at the usual start underflows.
+/// With c below zero P(T) falls down to e P' |c| at T = |c|, and rises from there; P/P' lies above its root.
 double exponential(const State& s) {
-    const auto solve = [&s](double x0) { return newton("t", s.model.number, s.table, s.number, s.p, s.vm, x0); };
+    constexpr long MOST_STEPS = 1'000'000;  // some dozens are usual
+    const auto solve = [&s](double x0) {
+        return newton("t", s.model.number, s.table, s.number, s.p, s.vm, x0, MOST_STEPS);
+    };
+    const double c = s.k.a / (R * s.vm);
+    const double repulsive = s.p / thermal_pressure(s);
+    if (!(s.p > 0.0) || repulsive < -std::numbers::e * c)
+        return NO_ROOT;
     double t = 0.0;
     try {
-        t = solve(s.p * s.vm / R);
+        t = solve(c < 0.0 ? repulsive : s.p * s.vm / R);
     } catch (const FloatingPointError&) {
-        t = solve(s.p / thermal_pressure(s) + s.k.a / (R * s.vm));
+        t = solve(c < 0.0 ? repulsive : repulsive + c);
     }
     // The solver ends at steps of 1e-4: each further call adds one step, which squares the error.
     for (int step = 0; step < 4; ++step)
