@@ -88,9 +88,12 @@ void ImagenFormula::paintEvent(QPaintEvent*) {
     if (!picture_->isValid() || scale <= 0.0)
         return;
     QRectF place(QPointF(MARGIN, 0.0), own.size() * scale);
-    place.moveTop(sheet.center().y() - place.height() / 2.0);
-    // A fraction bar is thinner than a pixel: on the middle of one it is a sharp line.
+    const double middle = sheet.center().y();
     const double bar = (picture_->boundsOnElement(QStringLiteral("bar")).center().y() - own.top()) * scale;
-    place.moveTop(pixel_middle(place.top() + bar, devicePixelRatioF()) - bar);
+    // One line: all models have their fraction bars at the same height. Two: the picture in the middle.
+    const bool one_line = place.height() < height() / 2.0;
+    const double bar_at = one_line ? middle : middle - place.height() / 2.0 + bar;
+    // A bar is thinner than a pixel: on the middle of one it is a sharp line.
+    place.moveTop(pixel_middle(bar_at, devicePixelRatioF()) - bar);
     picture_->render(&painter, place);
 }

@@ -8,7 +8,6 @@
 #include <QVBoxLayout>
 #include <QWheelEvent>
 
-#include <algorithm>
 #include <initializer_list>
 #include <span>
 
@@ -45,6 +44,10 @@ protected:
             event->ignore();
     }
 };
+
+QString all_digits(double value) {
+    return QString::fromStdString(tavo::to_text(value));
+}
 
 void keep_place(QWidget* control) {
     QSizePolicy policy = control->sizePolicy();
@@ -148,6 +151,8 @@ void PanelModelo::make_rows() {
     mu_row_.box->setAccessibleName(QStringLiteral("µ"));
     mu_row_.name->setToolTip(texto_(644, QStringLiteral("Exponente de la atracción")));
     Label5->setBuddy(rows_[0].box);
+    for (const Row& row : {rows_[0], rows_[1], rows_[2], rows_[3], mu_row_})
+        connect(row.box, &QLineEdit::inputRejected, this, &PanelModelo::input_rejected);
     for (Row& row : rows_) {
         connect(row.box, &EntradaNumerica::LostFocus, this, [this, &row] { coefficient_LostFocus(row); });
         connect(row.box, &QLineEdit::returnPressed, this, [this, &row] { coefficient_LostFocus(row); });
@@ -206,12 +211,13 @@ tavo::EquationOfState PanelModelo::model() const {
 std::array<double, 4> PanelModelo::coefficients() const {
     std::array<double, 4> values{};
     const std::size_t shown = texts_of(model()).size();
-    std::transform(rows_.begin(), rows_.begin() + static_cast<std::ptrdiff_t>(shown), values.begin(), value_of);
+    for (std::size_t i = 0; i < shown; ++i)
+        values[i] = rows_[i].box->value();
     return values;
 }
 
 double PanelModelo::mu() const {
-    return value_of(mu_row_);
+    return mu_row_.box->value();
 }
 
 void PanelModelo::show_slot(const tavo::EquationSlot& slot) {
@@ -220,7 +226,8 @@ void PanelModelo::show_slot(const tavo::EquationSlot& slot) {
         forget_edits();
     shown_gas_ = slot.gas_number;
     shown_model_ = slot.equation;
-    cmbgas->set_silently(slot.gas_number - 1);
+    if (cmbgas->currentIndex() != slot.gas_number - 1)  // a name that is being typed stays
+        cmbgas->set_silently(slot.gas_number - 1);
     cmbecu->setCurrentIndex(static_cast<int>(slot.equation));
     imgformula->set_model(slot.equation);
     show_labels();
@@ -233,6 +240,7 @@ void PanelModelo::show_slot(const tavo::EquationSlot& slot) {
             show_text(rows_[i], QString(), 0.0);
     }
     show_value(mu_row_, slot.mu, MU_PATTERN);
+    show_hints(slot.parameters);
 }
 
 void PanelModelo::show_labels() {
@@ -258,17 +266,23 @@ void PanelModelo::show_labels() {
 }
 
 void PanelModelo::show_by_hand(bool by_hand) {
-    const QString hint =
-        by_hand ? texto_(642, QStringLiteral("Coeficientes puestos a mano: no siguen a la temperatura")) : QString();
     for (const Row& row : rows_) {
         QFont font = row.box->font();
         font.setItalic(by_hand);
         row.box->setFont(font);
-        row.box->setToolTip(hint);
     }
     if (!by_hand && btautomatico->hasFocus())
         rows_[0].box->setFocus();  // a button that is switched off would hand the focus to anything
     btautomatico->setEnabled(by_hand);
+}
+
+void PanelModelo::show_hints(bool by_hand) {
+    const QString warning =
+        by_hand ? '\n' + texto_(642, QStringLiteral("Coeficientes puestos a mano: no siguen a la temperatura"))
+                : QString();
+    for (const Row& row : rows_)
+        row.box->setToolTip(row.known_text.isEmpty() ? QString() : all_digits(row.known_value) + warning);
+    mu_row_.box->setToolTip(all_digits(mu_row_.known_value));
 }
 
 void PanelModelo::show_value(Row& row, double value, const char* pattern) {
@@ -278,17 +292,11 @@ void PanelModelo::show_value(Row& row, double value, const char* pattern) {
 void PanelModelo::show_text(Row& row, const QString& text, double value) {
     if (is_edited(row))
         return;
-    if (row.box->text() != text) {
-        row.box->setText(text);
-        if (row.box->hasFocus())
-            row.box->selectAll();
-    }
+    row.box->set_exact(value, text);
     row.known_text = row.box->text();  // the box may be too short for it
     row.known_value = value;
-}
-
-double PanelModelo::value_of(const Row& row) {
-    return is_edited(row) ? row.box->value() : row.known_value;
+    if (row.box->hasFocus())
+        row.box->selectAll();
 }
 
 bool PanelModelo::is_edited(const Row& row) {
@@ -296,8 +304,10 @@ bool PanelModelo::is_edited(const Row& row) {
 }
 
 bool PanelModelo::take_edit(Row& row) {
-    if (!is_edited(row))
+    if (!is_edited(row)) {
+        row.box->set_exact(row.known_value, row.known_text);  // the same text typed anew stands for the whole value
         return false;
+    }
     row.known_text = row.box->text();
     row.known_value = row.box->value();
     return true;

@@ -40,6 +40,7 @@ signals:
     void coefficients_edited();  // a box was left or confirmed with return, and its text had been changed
     void mu_edited();
     void automatic_wanted();  // the button beside coefficients set by hand
+    void input_rejected();    // a pasted text is no number
 
 private:
     /// A box with its caption and unit, and what was shown in it or told of it last.
@@ -61,9 +62,9 @@ private:
     Row make_row(QGridLayout* grid, int row, int column, const char* box, const char* name, const char* unit);
     void show_labels();
     void show_by_hand(bool by_hand);
+    void show_hints(bool by_hand);  // tool tips: all digits of the values
     void show_value(Row& row, double value, const char* pattern);
     void show_text(Row& row, const QString& text, double value);
-    static double value_of(const Row& row);
     static bool is_edited(const Row& row);
     static bool take_edit(Row& row);  // whether it was edited; it counts as told from now on
     void forget_edits();
