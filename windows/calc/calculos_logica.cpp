@@ -432,6 +432,7 @@ ModelRow row_of(const tavo::confreg::Text& data, SlotTable table, const Input& i
         row.unknown = solve_unknown(data, table, input);
     } catch (const Unsolvable& error) {
         row.reason = error.reason();
+        row.reason_value = error.value();
     }
     if (!row.unknown && known_temperature && input.t > 0.0 && std::isfinite(input.t)) {
         slot.temperature = input.t;

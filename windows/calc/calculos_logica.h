@@ -131,6 +131,7 @@ struct ModelRow {
     std::optional<tavo::calcnum::Saturation> saturation;  // at the state's temperature
     std::optional<double> enthalpy;                       // atm l/mol
     std::optional<Reason> reason;
+    std::optional<double> reason_value = {};  // as Unsolvable::value()
 };
 
 /// The ten models for slot 0's gas, each with its automatic coefficients; the slot's own model with those it holds.
