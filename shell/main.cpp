@@ -19,6 +19,7 @@
 #include "shell/mensajes_qt.h"
 #include "shell/paletas.h"
 #include "tavo_version.h"
+#include "windows/calc/frmcalculos.h"
 #include "windows/plots/frmdatos.h"
 #include "windows/plots/frmescala.h"
 #include "windows/plots/frmgraficos.h"
@@ -64,6 +65,7 @@ void report_fatal(const std::exception& error, const ApplicationState& estado, M
 
 /// The one list of the program's windows.
 void register_windows(ApplicationState& estado, Mensajes& mensajes, ElegirArchivo& archivos) {
+    estado.register_window(QStringLiteral("frmcalculos"), [&] { return new frmcalculos(estado, mensajes); });
     estado.register_window(QStringLiteral("frmdatos"), [&] { return new frmdatos(estado, mensajes); });
     estado.register_window(QStringLiteral("frmgraficos"), [&] { return new frmgraficos(estado, mensajes, archivos); });
     estado.register_window(QStringLiteral("frmescala"), [&] { return new frmescala(estado, mensajes); });
