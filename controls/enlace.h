@@ -5,8 +5,7 @@
 
 namespace enlace {
 
-/// Plain text, a tab stop, a button to a screen reader; a click leaves the focus where it is. Comes before the text: with
-/// that Qt asks what the label is, and keeps the answer.
+/// Plain text, a tab stop; a click leaves the focus where it is.
 void prepare(QLabel* label);
 /// Underlined under the pointer and with the focus, a hand; neither while it is silent, but grey.
 void show_look(QLabel* label, bool silent, bool bold = false);
