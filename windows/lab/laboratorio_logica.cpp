@@ -117,15 +117,18 @@ const Limits& limits(Variable variable) {
     return LIMITS.at(static_cast<std::size_t>(variable));
 }
 
-std::vector<Tick> ticks(Instrument instrument) {
+std::vector<Tick> ticks(const Scale& s) {
     constexpr double SLACK = 1e-9;  // of a graduation: 2.0 / 0.05 may fall short of 40
-    const Scale& s = scale(instrument);
     const auto first = static_cast<int>(std::ceil(s.minimum / s.graduation - SLACK));
     const auto last = static_cast<int>(std::floor(s.maximum / s.graduation + SLACK));
     std::vector<Tick> result;
     for (int k = first; k <= last; ++k)
-        result.push_back({pinned(instrument, k * s.graduation), k % s.numbered == 0});
+        result.push_back({std::clamp(k * s.graduation, s.minimum, s.maximum), k % s.numbered == 0});
     return result;
+}
+
+std::vector<Tick> ticks(Instrument instrument) {
+    return ticks(scale(instrument));
 }
 
 std::vector<Particle> particles(int count) {

@@ -47,6 +47,7 @@ struct Tick {
     double value;
     bool numbered;
 };
+std::vector<Tick> ticks(const Scale& scale);  // multiples of the graduation, limits included
 std::vector<Tick> ticks(Instrument instrument);
 
 /// A particle in the unit square of the gas space (y from the bottom), with the direction of its motion.

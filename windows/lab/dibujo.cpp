@@ -1,0 +1,160 @@
+#include "windows/lab/dibujo.h"
+
+#include <QFontMetricsF>
+#include <QPainterPath>
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/numtext.h"
+
+namespace dibujo {
+
+namespace {
+
+constexpr double LEAST_BETWEEN_TICKS = 3.0;
+constexpr double MENISCUS = 0.3;  // height of mercury's cap in widths of the bore
+
+double device_pixels(const QPainter& painter, double width) {
+    return std::max(1.0, std::round(width * painter.device()->devicePixelRatio()));
+}
+
+QLinearGradient across(const QRectF& body, Run run, std::initializer_list<std::pair<double, QColor>> stops) {
+    QLinearGradient result(body.topLeft(), run == Run::Upright ? body.topRight() : body.bottomLeft());
+    for (const auto& [at, colour] : stops)
+        result.setColorAt(at, colour);
+    return result;
+}
+
+}  // namespace
+
+double crisp(const QPainter& painter, double at, double width) {
+    const double ratio = painter.device()->devicePixelRatio();
+    const double offset = std::fmod(device_pixels(painter, width), 2.0) / 2.0;
+    return (std::round(at * ratio - offset) + offset) / ratio;
+}
+
+QPen pen(const QPainter& painter, const QColor& colour, double width) {
+    return QPen(colour, device_pixels(painter, width) / painter.device()->devicePixelRatio(), Qt::SolidLine,
+                Qt::FlatCap, Qt::MiterJoin);
+}
+
+Density density(const laboratorio::Scale& scale, double pixels, double number_size) {
+    Density result{scale.numbered, scale.numbered};
+    for (int every = scale.numbered; every >= 1; --every)
+        if (scale.numbered % every == 0 && every * pixels >= LEAST_BETWEEN_TICKS)
+            result.tick = every;
+    for (const int every : {10, 5, 2, 1})
+        if (every * scale.numbered * pixels >= number_size)
+            result.number = every * scale.numbered;
+    return result;
+}
+
+void draw_scale(QPainter& painter, const Regla& ruler) {
+    const QFontMetricsF metrics(painter.font());
+    const laboratorio::Scale& scale = ruler.scale;
+    const double per_unit = ruler.height / (scale.maximum - scale.minimum);
+    const Density every = density(scale, scale.graduation * per_unit, metrics.height() * 1.1);
+    painter.setPen(pen(painter));
+    const double axis = crisp(painter, ruler.x);
+    painter.drawLine(QPointF(axis, crisp(painter, ruler.top)), QPointF(axis, crisp(painter, ruler.top + ruler.height)));
+    for (const laboratorio::Tick& tick : laboratorio::ticks(scale)) {
+        const auto index = static_cast<int>(std::lround(tick.value / scale.graduation));
+        if (index % every.tick != 0)
+            continue;
+        const double y = ruler.top + (scale.maximum - tick.value) * per_unit;
+        const double length = tick.numbered ? TICK : TICK / 2.0;
+        painter.drawLine(QPointF(ruler.x, crisp(painter, y)),
+                         QPointF(ruler.x + ruler.side * length, crisp(painter, y)));
+        const QString number = QString::fromStdString(tavo::to_text(tick.value));
+        const double width = metrics.horizontalAdvance(number);
+        const double x = ruler.x + ruler.side * (TICK + NUMBER_GAP) - (ruler.side < 0 ? width : 0.0);
+        const QRectF place(x, y - metrics.height() / 2.0, width, metrics.height());
+        const auto clash = [&](const QRectF& other) { return other.intersects(place); };
+        if (index % every.number == 0 && std::ranges::none_of(ruler.taken, clash))
+            painter.drawText(place, Qt::AlignCenter | Qt::TextDontClip, number);
+    }
+}
+
+double scale_room(const QLabel* a, const QLabel* b) {
+    return std::max(a->width(), b->width()) + NUMBER_GAP + TICK;
+}
+
+void put_at_end(QLabel* label, double right, double y) {
+    label->move(static_cast<int>(std::lround(right - label->width())),
+                static_cast<int>(std::lround(y - label->height() / 2.0)));
+}
+
+QPointF beyond_label(const QLabel* label, bool above) {
+    const QRectF place(label->geometry());
+    return {place.center().x(), above ? place.top() - 10.0 : place.bottom() + 10.0};
+}
+
+QLinearGradient metal(const QRectF& body, Run run) {
+    return across(body, run,
+                  {{0.0, QColor(150, 156, 163)},
+                   {0.3, QColor(236, 239, 242)},
+                   {0.55, QColor(205, 210, 215)},
+                   {1.0, QColor(120, 126, 133)}});
+}
+
+QLinearGradient brass(const QRectF& body, Run run) {
+    return across(body, run,
+                  {{0.0, QColor(151, 112, 40)},
+                   {0.3, QColor(250, 226, 150)},
+                   {0.55, QColor(216, 174, 82)},
+                   {1.0, QColor(128, 92, 28)}});
+}
+
+QLinearGradient mercury(const QRectF& body) {
+    return across(body, Run::Upright,
+                  {{0.0, QColor(92, 98, 105)},
+                   {0.32, QColor(226, 230, 234)},
+                   {0.5, QColor(168, 174, 181)},
+                   {1.0, QColor(74, 80, 87)}});
+}
+
+QLinearGradient glass(const QRectF& body) {
+    return across(body, Run::Upright,
+                  {{0.0, QColor(205, 220, 230)},
+                   {0.25, QColor(250, 253, 255)},
+                   {0.7, QColor(236, 243, 248)},
+                   {1.0, QColor(196, 212, 223)}});
+}
+
+QPolygonF arrow(QPointF tip, double degrees, double size) {
+    QTransform turn;
+    turn.translate(tip.x(), tip.y());
+    turn.rotate(degrees);
+    return turn.map(QPolygonF({{0.0, 0.0}, {size * 0.6, size}, {-size * 0.6, size}}));
+}
+
+void Columna::set_bore(double left, double width) {
+    left_ = left;
+    width_ = width;
+    update();
+}
+
+void Columna::draw(QPainter& painter) const {
+    const double top = place();
+    const QRectF body(left_, top, width_, height() - top);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(mercury(body));
+    const double cap = std::min(width_ * MENISCUS, body.height());
+    QPainterPath path(QPointF(left_, height()));
+    path.lineTo(left_, top + cap);
+    path.quadTo(left_, top, body.center().x(), top);
+    path.quadTo(body.right(), top, body.right(), top + cap);
+    path.lineTo(body.right(), height());
+    painter.drawPath(path);
+    if (pinned()) {
+        painter.setBrush(WARNING);
+        painter.drawRect(QRectF(left_ - GAP, std::clamp(top - 1.0, 0.0, height() - 2.0), width_ + 2.0 * GAP, 2.0));
+    }
+}
+
+QRectF Columna::between(double from, double to) const {
+    return QRectF(left_, std::min(from, to), width_, std::abs(to - from) + width_).adjusted(-1.0, -1.0, 1.0, 1.0);
+}
+
+}  // namespace dibujo
