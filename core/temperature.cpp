@@ -117,22 +117,22 @@ double soave(const State& s) {
 /// With c below zero P(T) falls down to e P' |c| at T = |c|, and rises from there; P/P' lies above its root.
 double exponential(const State& s) {
     constexpr long MOST_STEPS = 1'000'000;  // some dozens are usual
-    const auto solve = [&s](double x0) {
-        return newton("t", s.model.number, s.table, s.number, s.p, s.vm, x0, MOST_STEPS);
-    };
     const double c = s.k.a / (R * s.vm);
     const double repulsive = s.p / thermal_pressure(s);
     if (!(s.p > 0.0) || repulsive < -std::numbers::e * c)
         return NO_ROOT;
+    const auto solve = [&s](double x0) {
+        return newton("t", s.model.number, s.table, s.number, s.p, s.vm, x0, MOST_STEPS);
+    };
     double t = 0.0;
     try {
         t = solve(c < 0.0 ? repulsive : s.p * s.vm / R);
     } catch (const FloatingPointError&) {
         t = solve(c < 0.0 ? repulsive : repulsive + c);
     }
-    // The solver ends at steps of 1e-4: each further call adds one step, which squares the error.
+    // The solver ends at steps of 1e-4: each step in ln P squares the error, and resolves volumes at the co-volume.
     for (int step = 0; step < 4; ++step)
-        t = solve(t);
+        t -= t * (std::log(t / repulsive) - c / t) / (1.0 + c / t);
     return t;
 }
 

@@ -138,9 +138,10 @@ std::vector<double> volume_roots(const EquationSlot& slot, double t, double p) {
     std::vector<double> roots;
     double low = core > 0.0 ? std::nextafter(core, LARGEST) : SMALLEST;
     const auto search = [&](double high) {
-        if (!(high > low))
+        const double there = excess(high);
+        if (!(high > low) || std::isnan(there))  // a power overflows
             return false;
-        const bool found = (excess(low) > 0.0) != (excess(high) > 0.0);
+        const bool found = (excess(low) > 0.0) != (there > 0.0);
         if (found)
             roots.push_back(crossing(core, low, high, excess));
         low = high;

@@ -128,4 +128,18 @@ TEST(Newton, ACycleIsAnErrorInsteadOfAnEndlessLoop) {
     }
 }
 
+TEST(Newton, EndsAtTheBoundOfItsSteps) {
+    const SlotTable table = table_of(plausible(Soave));
+    const auto solve = [&](long most) {
+        return newton_trace("v", Soave, table, 2, 60, 280, 0.3829466666666666, most).steps;
+    };
+    EXPECT_EQ(solve(10), 10);
+    try {
+        solve(9);
+        ADD_FAILURE() << "no error";
+    } catch (const FloatingPointError& error) {
+        EXPECT_NE(std::string(error.what()).find("no convergence after 9 steps"), std::string::npos) << error.what();
+    }
+}
+
 }  // namespace

@@ -72,6 +72,10 @@ TEST(NumberToText, HasFifteenDigitsInTheShortestForm) {
     for (const auto& [x, text] : cases)
         EXPECT_EQ(tavo::to_text(x), text);
     EXPECT_EQ(tavo::to_text(1.0 / 3.0), "0.333333333333333");
+    EXPECT_EQ(tavo::significant(0.0432159, 4), "0.04322");
+    EXPECT_EQ(tavo::significant(-1234567.0, 4), "-1235000");
+    EXPECT_EQ(tavo::significant(0.99996, 4), "1");
+    EXPECT_EQ(tavo::significant(2.50001e-7, 3), "2.5E-07");
     EXPECT_EQ(tavo::to_text(2.0 / 3.0), "0.666666666666667");
     EXPECT_EQ(tavo::to_text(0.00099999999999999999), "0.001");
     EXPECT_EQ(tavo::to_text(123456789012345.0), "123456789012345");

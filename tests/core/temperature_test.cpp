@@ -140,6 +140,23 @@ TEST(Temperature, SurvivesAVanishingStart) {
     }
 }
 
+// Exponential models with a repulsion, c = a/(R V) < 0: P = P' T exp(|c|/T) is smallest, e P' |c|, at T = |c|.
+TEST(Temperature, OfARepulsiveExponentialLiesAboveTheMinimum) {
+    for (const EquationOfState equation : {Dieterici, DietericiSadus}) {
+        SlotTable table = table_of(equation, GASES[1], 300.0);
+        EquationSlot& slot = table[SLOT];
+        slot.parameters = true;
+        slot.gas.a = -4.0;
+        const double coldest = 4.0 / (R * 0.5);
+        for (const double t : {1.0001 * coldest, 1.5 * coldest, 40.0 * coldest}) {
+            slot.temperature = t;
+            EXPECT_NEAR(calcnum::temperature(table, SLOT, 0.5, pressure(table, SLOT, 0.5)) / t, 1.0, 1e-8) << t;
+        }
+        slot.temperature = coldest;
+        EXPECT_THROW(calcnum::temperature(table, SLOT, 0.5, 0.999 * pressure(table, SLOT, 0.5)), FloatingPointError);
+    }
+}
+
 TEST(Temperature, ImpossibleStatesAreErrors) {
     for (const Model& model : models()) {
         SlotTable table = table_of(model.number, GASES[1], 300.0);
