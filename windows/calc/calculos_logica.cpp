@@ -353,8 +353,8 @@ std::optional<double> enthalpy_of(const tavo::confreg::Text& data, SlotTable& ta
         if (found >= 0.0)
             enthalpy = found;
     } catch (const FloatingPointError&) {  // half a degree away the gas has no coefficients, or the result overflows
+        table[0] = at_state;
     }
-    table[0] = at_state;
     return enthalpy;
 }
 
