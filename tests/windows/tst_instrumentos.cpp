@@ -1,6 +1,7 @@
 // The drawn instruments of the laboratory: what a hand, keys and a screen reader get from them, and what they show.
 
 #include <QAccessible>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
 #include <QWheelEvent>
@@ -73,6 +74,8 @@ private slots:
     void a_screen_reader_hears_and_moves_it();
     void it_is_drawn_at_its_height_data() { instruments(); }
     void it_is_drawn_at_its_height();
+    void a_change_leaves_nothing_behind_data() { instruments(); }
+    void a_change_leaves_nothing_behind();
     void a_value_beyond_the_scale_shows_at_its_end_data() { instruments(); }
     void a_value_beyond_the_scale_shows_at_its_end();
     void the_piston_goes_with_the_volume();
@@ -239,6 +242,28 @@ void tst_instrumentos::it_is_drawn_at_its_height() {
         else
             QVERIFY2(std::abs(first - expected) <= 1.0, qPrintable(QString::number(first - expected)));
     }
+}
+
+/// The screen after partial repaints is the screen drawn anew.
+void tst_instrumentos::a_change_leaves_nothing_behind() {
+    QFETCH(Instrument, kind);
+    QFETCH(double, minimum);
+    QFETCH(double, maximum);
+    Instrumento* instrument = banco_->take(kind);
+    banco_->piston.set_gas(1.0, 300.0);
+    const auto screen = [this] {
+        QCoreApplication::processEvents();
+        return banco_->screen()->grabWindow(banco_->winId()).toImage();
+    };
+    for (const double part : {0.2, 0.7, 1.1, 0.9, -0.1, 0.0, 0.45, 0.451}) {
+        instrument->set_value(minimum + part * (maximum - minimum));
+        const QImage partly = screen();
+        banco_->repaint();
+        for (QWidget* child : banco_->findChildren<QWidget*>())
+            child->update();
+        QCOMPARE(rows_that_differ(partly, screen()), (std::pair{-1, -1}));
+    }
+    QVERIFY(!screen().isNull());
 }
 
 void tst_instrumentos::a_value_beyond_the_scale_shows_at_its_end() {

@@ -137,15 +137,16 @@ void Columna::set_bore(double left, double width) {
 
 void Columna::draw(QPainter& painter) const {
     const double top = place();
-    const QRectF body(left_, top, width_, height() - top);
+    const double bottom = height() + 2.0;  // past the surface's edge, which may lie within a device pixel
+    const QRectF body(left_, top, width_, bottom - top);
     painter.setPen(Qt::NoPen);
     painter.setBrush(mercury(body));
-    const double cap = std::min(width_ * MENISCUS, body.height());
-    QPainterPath path(QPointF(left_, height()));
+    const double cap = std::min(width_ * MENISCUS, height() - top);
+    QPainterPath path(QPointF(left_, bottom));
     path.lineTo(left_, top + cap);
     path.quadTo(left_, top, body.center().x(), top);
     path.quadTo(body.right(), top, body.right(), top + cap);
-    path.lineTo(body.right(), height());
+    path.lineTo(body.right(), bottom);
     painter.drawPath(path);
     if (pinned()) {
         painter.setBrush(WARNING);

@@ -17,7 +17,7 @@ using dibujo::Columna;
 using dibujo::GAP;
 using dibujo::TICK;
 
-constexpr double BORE = 9.0;
+constexpr double BORE = 9.0;  // on a small sheet
 constexpr double GLASS = 3.5;
 constexpr double BESIDE = 16.0;                           // between the glass and the scales
 constexpr double CISTERN = 34.0;                          // depth of its mercury while the column stands at 0 atm
@@ -30,7 +30,7 @@ constexpr laboratorio::Scale TORR{0.0, 1520.0, 20.0, 5};  // 2 atm in mmHg
 constexpr double GUIDE = 10.0;        // the slim scale that is dragged: its place
 constexpr double GUIDE_ROOM = 24.0;   // and its room
 constexpr double RIM_OF_DIAL = 1.14;  // in radii of the face
-constexpr double TICKS = 0.71;        // where the dial's ticks begin, in radii; their numbers stand outside
+constexpr double NUMBERS = 0.95;      // outer end of the dial's numbers, in radii; the ticks begin within them
 constexpr double FIRST_ANGLE = 225;   // of 0 atm, degrees counter-clockwise from the right
 constexpr double SWEEP = 270.0;
 constexpr laboratorio::Scale DIAL{0.0, 500.0, 10.0, 5};
@@ -57,17 +57,24 @@ protected:
     }
 };
 
+QFont dial_font(QFont font, double radius) {
+    font.setPixelSize(static_cast<int>(std::clamp(radius * 0.13, 8.0, 16.0)));
+    return font;
+}
+
 /// The needle on its dial, and the mark on the slim scale at the side.
 class Esfera final : public Instrumento {
 public:
     using Instrumento::Instrumento;
-    void set_dial(QPointF centre, double radius) {
+    void set_dial(QPointF centre, double radius, double ticks) {
         centre_ = centre;
         radius_ = radius;
+        ticks_ = ticks;
         update();
     }
     QPointF centre() const { return centre_; }
     double radius() const { return radius_; }
+    double ticks() const { return ticks_; }  // where they begin, in radii
 
     /// A point of the dial: value, and distance from the centre in radii.
     QPointF on_dial(double value, double distance) const {
@@ -100,7 +107,7 @@ protected:
 private:
     QPolygonF needle(double place) const {
         const double value = laboratorio::value_at(kind(), place, height());
-        const QPointF tip = on_dial(value, TICKS - 0.02), tail = on_dial(value, -0.2);
+        const QPointF tip = on_dial(value, ticks_ - 0.02), tail = on_dial(value, -0.2);
         const QPointF along = (tip - tail) / radius_;
         const QPointF across(along.y() * radius_ * 0.028, -along.x() * radius_ * 0.028);
         return QPolygonF({tip, centre_ + across, tail + across * 1.3, tail - across * 1.3, centre_ - across});
@@ -110,7 +117,7 @@ private:
     }
 
     QPointF centre_;
-    double radius_ = 1.0;
+    double radius_ = 1.0, ticks_ = 1.0;
 };
 
 }  // namespace
@@ -166,7 +173,9 @@ void MarcoBarometros::arrange() {
     const QRectF surface(Manometro->rect());
     const double room = surface.width() - GUIDE_ROOM;
     const double radius = std::min(room / 2.0, surface.height() / 2.0 - line - GAP) / RIM_OF_DIAL;
-    static_cast<Esfera*>(Manometro)->set_dial({GUIDE_ROOM + room / 2.0, surface.center().y()}, radius);
+    const double number = QFontMetricsF(dial_font(small_font(), radius)).horizontalAdvance(QStringLiteral("400"));
+    static_cast<Esfera*>(Manometro)->set_dial({GUIDE_ROOM + room / 2.0, surface.center().y()}, radius,
+                                              NUMBERS - (number + 3.0) / radius);
     const QRect place = Manometro->geometry();
     const int x = place.left() + static_cast<int>(GUIDE_ROOM);
     lbppsmax->move(x, place.top() - lbppsmax->height() / 2);
@@ -217,7 +226,8 @@ void MarcoBarometros::draw_barometer(QPainter& painter) const {
     painter.drawRoundedRect(bore.adjusted(-0.5, -8.0, 0.5, 0.0), BORE / 2.0, BORE / 2.0);
     painter.setPen(Qt::NoPen);
     painter.setBrush(dibujo::mercury(bore));
-    painter.drawRect(QRectF(bore.left(), scale.bottom(), bore.width(), SINKING + 4.0));  // above the sunken surface
+    painter.drawRect(
+        QRectF(bore.left(), scale.bottom() - 0.5, bore.width(), SINKING + 4.5));  // above the sunken surface
 
     painter.setPen(dibujo::pen(painter));
     const double left = tube.left() - BESIDE;
@@ -266,27 +276,34 @@ void MarcoBarometros::draw_manometer(QPainter& painter) const {
     painter.drawEllipse(centre, radius, radius);
 
     // The dial: an arc with graduations and numbers.
-    QFont font = painter.font();
-    font.setPixelSize(static_cast<int>(std::clamp(radius * 0.13, 8.0, 16.0)));
-    painter.setFont(font);
-    const QFontMetricsF metrics(font);
-    const double arc = SWEEP / 360.0 * 2.0 * std::numbers::pi * radius * TICKS;
-    const dibujo::Density every = dibujo::density(DIAL, arc * DIAL.graduation / DIAL.maximum, 3.2 * metrics.height());
+    const double start = dial->ticks();
+    painter.setFont(dial_font(painter.font(), radius));
+    const QFontMetricsF metrics(painter.font());
+    const auto graduation_at = [&](double distance) {  // its length on the dial
+        return SWEEP / 180.0 * std::numbers::pi * radius * distance * DIAL.graduation / DIAL.maximum;
+    };
+    const dibujo::Density every{dibujo::density(DIAL, graduation_at(start), 0.0).tick,
+                                dibujo::density(DIAL, graduation_at(NUMBERS - 0.13), 3.2 * metrics.height()).number};
     for (const laboratorio::Tick& tick : laboratorio::ticks(DIAL)) {
         const auto index = static_cast<int>(std::lround(tick.value / DIAL.graduation));
         if (index % every.tick != 0)
             continue;
         const bool number = index % every.number == 0;
         painter.setPen(QPen(dibujo::INK, number ? 1.6 : 1.0, Qt::SolidLine, Qt::FlatCap));
-        painter.drawLine(dial->on_dial(tick.value, TICKS), dial->on_dial(tick.value, tick.numbered ? 0.59 : 0.64));
+        painter.drawLine(dial->on_dial(tick.value, start),
+                         dial->on_dial(tick.value, start - (tick.numbered ? 0.12 : 0.07)));
         if (!number)
             continue;
-        QRectF place(0.0, 0.0, metrics.height() * 3.0, metrics.height());
-        place.moveCenter(dial->on_dial(tick.value, 0.85));
-        painter.drawText(place, Qt::AlignCenter, QString::fromStdString(tavo::to_text(tick.value)));
+        const QString text = QString::fromStdString(tavo::to_text(tick.value));
+        QRectF place(0.0, 0.0, metrics.horizontalAdvance(text), metrics.height());
+        const QPointF outwards = dial->on_dial(tick.value, 1.0) - centre;
+        const double reach = (std::abs(outwards.x()) * place.width() + std::abs(outwards.y()) * metrics.capHeight()) /
+                             (2.0 * radius * radius);  // half of the number's extent along the radius, in radii
+        place.moveCenter(dial->on_dial(tick.value, NUMBERS - reach));
+        painter.drawText(place, Qt::AlignCenter | Qt::TextDontClip, text);
     }
     painter.setPen(QPen(dibujo::INK, 1.0));
-    const QRectF ring(centre - QPointF(radius, radius) * TICKS, QSizeF(radius, radius) * 2.0 * TICKS);
+    const QRectF ring(centre - QPointF(radius, radius) * start, QSizeF(radius, radius) * 2.0 * start);
     painter.drawArc(ring, static_cast<int>((FIRST_ANGLE - SWEEP) * 16.0), static_cast<int>(SWEEP * 16.0));
     QRectF unit(0.0, 0.0, radius, metrics.height());
     unit.moveCenter(centre + QPointF(0.0, radius * 0.42));
