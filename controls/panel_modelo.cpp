@@ -151,8 +151,6 @@ void PanelModelo::make_rows() {
     mu_row_.box->setAccessibleName(QStringLiteral("µ"));
     mu_row_.name->setToolTip(texto_(644, QStringLiteral("Exponente de la atracción")));
     Label5->setBuddy(rows_[0].box);
-    for (const Row& row : {rows_[0], rows_[1], rows_[2], rows_[3], mu_row_})
-        connect(row.box, &QLineEdit::inputRejected, this, &PanelModelo::input_rejected);
     for (Row& row : rows_) {
         connect(row.box, &EntradaNumerica::LostFocus, this, [this, &row] { coefficient_LostFocus(row); });
         connect(row.box, &QLineEdit::returnPressed, this, [this, &row] { coefficient_LostFocus(row); });

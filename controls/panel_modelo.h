@@ -40,7 +40,6 @@ signals:
     void coefficients_edited();  // a box was left or confirmed with return, and its text had been changed
     void mu_edited();
     void automatic_wanted();  // the button beside coefficients set by hand
-    void input_rejected();    // a pasted text is no number
 
 private:
     /// A box with its caption and unit, and what was shown in it or told of it last.
