@@ -1,11 +1,49 @@
 #include "controls/enlace.h"
 
+#include <QAccessibleWidget>
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 
 namespace enlace {
 
+namespace {
+
+constexpr const char* LINK = "enlace";  // property of a label that answers to a click
+
+/// To a screen reader such a label is a button, which it can press.
+class AccessibleLink : public QAccessibleWidget {
+public:
+    explicit AccessibleLink(QWidget* label) : QAccessibleWidget(label, QAccessible::Button) {}
+
+    QString text(QAccessible::Text which) const override {
+        const QString given = QAccessibleWidget::text(which);
+        return which == QAccessible::Name && given.isEmpty() ? static_cast<QLabel*>(widget())->text() : given;
+    }
+
+    QStringList actionNames() const override { return QStringList(pressAction()) + QAccessibleWidget::actionNames(); }
+
+    void doAction(const QString& name) override {
+        if (name != pressAction())
+            return QAccessibleWidget::doAction(name);
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier);
+        QCoreApplication::sendEvent(widget(), &press);
+    }
+};
+
+QAccessibleInterface* accessible(const QString&, QObject* object) {
+    auto* label = qobject_cast<QLabel*>(object);
+    return label && label->property(LINK).toBool() ? new AccessibleLink(label) : nullptr;
+}
+
+}  // namespace
+
 void prepare(QLabel* label) {
+    static const bool installed = [] {
+        QAccessible::installFactory(accessible);
+        return true;
+    }();
+    label->setProperty(LINK, installed);
     label->setTextFormat(Qt::PlainText);
     label->setFocusPolicy(Qt::TabFocus);
 }

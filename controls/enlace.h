@@ -5,7 +5,8 @@
 
 namespace enlace {
 
-/// Plain text, a tab stop; a click leaves the focus where it is.
+/// Plain text, a tab stop, a button to a screen reader; a click leaves the focus where it is. To be called before the
+/// text is set: Qt then asks what the label is, and keeps the answer.
 void prepare(QLabel* label);
 /// Underlined under the pointer and with the focus, a hand; neither while it is silent, but grey.
 void show_look(QLabel* label, bool silent, bool bold = false);

@@ -7,9 +7,9 @@
 #include "controls/enlace.h"
 
 EtiquetaUnidad::EtiquetaUnidad(tavo::Global::UnitFamily family, QWidget* padre) : QLabel(padre), family_(family) {
+    enlace::prepare(this);
     const auto base = tavo::Global::unit_labels(family).front();
     setText(QString::fromUtf8(base.data(), static_cast<qsizetype>(base.size())));
-    enlace::prepare(this);
     underline();
 }
 

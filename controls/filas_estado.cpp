@@ -5,7 +5,7 @@
 #include <QKeyEvent>
 #include <QToolTip>
 
-#include <cmath>
+#include <algorithm>
 #include <utility>
 
 #include "core/numtext.h"
@@ -258,7 +258,6 @@ void FilasEstado::set_unknown(Variable variable) {
 }
 
 void FilasEstado::set_silent(bool silent) {
-    silent_ = silent;
     for (const Row& r : rows_) {
         r.unit->set_silent(silent);
         if (auto* marker = qobject_cast<MarcaIncognita*>(r.caption))
@@ -307,22 +306,27 @@ QString FilasEstado::exact_text(Variable variable) const {
     return text;
 }
 
+void FilasEstado::show_tip(Variable variable, const QPoint& where) const {
+    const Row& r = row(variable);
+    QStringList lines{exact_text(variable), r.entry->toolTip()};
+    lines.removeAll(QString());
+    QToolTip::showText(where, lines.join(u'\n'), r.entry);
+}
+
 bool FilasEstado::eventFilter(QObject* watched, QEvent* event) {
-    const bool key = event->type() == QEvent::KeyPress, tip = event->type() == QEvent::ToolTip;
-    if (key || tip)
-        for (const Variable variable : VARIABLES) {
-            const Row& r = row(variable);
-            if (watched != r.entry)
-                continue;
-            if (tip) {
-                const QString about = r.entry->toolTip(), exact = exact_text(variable);
-                const QString between = about.isEmpty() || exact.isEmpty() ? QString() : QStringLiteral("\n");
-                QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), exact + between + about, r.entry);
-                return true;
-            }
-            const int pressed = static_cast<QKeyEvent*>(event)->key();
-            if ((pressed == Qt::Key_Return || pressed == Qt::Key_Enter) && commit(variable))
-                return true;
+    const auto found = std::ranges::find(rows_, watched, &Row::entry);
+    if (found != rows_.end()) {
+        const auto variable = VARIABLES[static_cast<std::size_t>(found - rows_.begin())];
+        if (event->type() == QEvent::ToolTip) {
+            show_tip(variable, static_cast<QHelpEvent*>(event)->globalPos());
+            return true;
         }
+        const int key = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(event)->key() : 0;
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            const bool announced = commit(variable);
+            found->entry->selectAll();  // the next number replaces it
+            return announced;
+        }
+    }
     return QWidget::eventFilter(watched, event);
 }

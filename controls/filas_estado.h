@@ -80,6 +80,7 @@ private:
     void apply_range(Variable variable);
     void describe(Variable variable);  // tool tips and what is spoken
     QString exact_text(Variable variable) const;
+    void show_tip(Variable variable, const QPoint& where) const;
 
     Row& row(Variable variable) { return rows_[static_cast<std::size_t>(variable)]; }
     const Row& row(Variable variable) const { return rows_[static_cast<std::size_t>(variable)]; }
@@ -88,5 +89,4 @@ private:
     const calculos::SlotTable& table_;
     std::array<Row, 4> rows_;
     Variable unknown_ = Variable::Pressure;
-    bool silent_ = false;
 };

@@ -1,17 +1,15 @@
 // The rows of a state that two windows share, driven by keys and clicks.
 
+#include <QAccessible>
 #include <QDialog>
-#include <QGridLayout>
-#include <QPushButton>
-#include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
+#include <QVBoxLayout>
 
 #include <memory>
 
 #include "controls/filas_estado.h"
-#include "core/numtext.h"
 #include "shell/application_state.h"
 #include "shell/paletas.h"
 #include "tests/windows/support/hogar_temporal.h"
@@ -19,20 +17,17 @@
 namespace {
 
 using Variable = calculos::Variable;
-using calculos::VARIABLES;
 constexpr Variable AMOUNT = Variable::Amount, TEMPERATURE = Variable::Temperature, VOLUME = Variable::Volume,
                    PRESSURE = Variable::Pressure;
 
-/// The rows above a default button, as in a window.
+/// The rows in a window that counts what reaches it.
 struct Window : QWidget {
     Window() : estado(hogar.path()) {
         estado.load_languages();
         auto* column = new QVBoxLayout(this);
         rows = new FilasEstado([this](int number, const QString& literal) { return estado.texto(number, literal); },
                                estado.slot_table(), this);
-        button = new QPushButton(QStringLiteral("Calcular"), this);
         column->addWidget(rows);
-        column->addWidget(button);
         rows->show_text(AMOUNT, QStringLiteral("1.000"));
         rows->show_text(TEMPERATURE, QStringLiteral("300.0000"));
         rows->show_text(VOLUME, QStringLiteral("6.1460"));
@@ -62,7 +57,6 @@ struct Window : QWidget {
     HogarTemporal hogar;
     ApplicationState estado;
     FilasEstado* rows;
-    QPushButton* button;
     QList<Variable> edited, chosen, units;
     int returns = 0;
 };
@@ -81,20 +75,15 @@ private slots:
         QApplication::setPalette(paleta_clara());
     }
 
-    void a_click_on_a_unit_steps_it_and_keeps_the_value_data();
     void a_click_on_a_unit_steps_it_and_keeps_the_value();
     void a_text_that_was_typed_is_converted_in_full();
-    void keys_step_a_unit_both_ways();
-    void the_number_of_an_amount_stays_in_the_other_unit();
+    void keys_and_screen_readers_step_a_unit();
     void an_untouched_entry_keeps_its_whole_value();
-    void leaving_an_entry_announces_another_value_once();
-    void the_return_key_announces_or_reaches_the_window();
-    void numbers_too_long_for_the_entry_take_an_exponent();
+    void an_entry_announces_another_value_once();
     void a_marker_makes_its_variable_the_unknown();
     void the_unknown_cannot_be_typed_or_stepped();
     void silent_rows_do_not_answer();
     void the_colours_follow_the_desktop();
-    void steps_follow_the_order_of_the_value_data();
     void steps_follow_the_order_of_the_value();
     void a_button_held_down_repeats_and_never_reaches_zero();
     void a_box_that_opens_ends_the_repetition();
@@ -103,62 +92,51 @@ private slots:
     void mnemonics_lead_to_the_entries();
 
 private:
+    void leave(Variable variable) const { QTest::keyClick(w_->rows->entry(variable), Qt::Key_Tab); }
     std::unique_ptr<Window> w_;
 };
 
-void tst_filas_estado::a_click_on_a_unit_steps_it_and_keeps_the_value_data() {
-    QTest::addColumn<int>("variable");
-    QTest::addColumn<QString>("label");
-    QTest::addColumn<double>("value");
-    QTest::addColumn<QStringList>("texts");
-    const auto add = [](const char* label, Variable variable, double value, const QStringList& texts) {
-        QTest::newRow(label) << static_cast<int>(variable) << label << value << texts;
-    };
-    add("lbtemp", TEMPERATURE, 300.0,
-        {"26.8400 ºC", "80.3120 ºF", "540.3120 ºR", "21.4720 ºRe", "300.0000 ºK", "26.8400 ºC"});
-    add("lbvol", VOLUME, 6.14604321, {"6.1460 dm³", "0.0061 m³", "6146.0432 cm³", "6.1460 l"});
-    add("lbpress", PRESSURE, 1.0 / 3.0, {"33775.0000 Pa", "0.3378 bar", "253.3333 mmHg", "0.3333 atm"});
-}
-
 void tst_filas_estado::a_click_on_a_unit_steps_it_and_keeps_the_value() {
-    QFETCH(int, variable);
-    QFETCH(QString, label);
-    QFETCH(double, value);
-    QFETCH(QStringList, texts);
-    const auto which = static_cast<Variable>(variable);
-    const QByteArray name = label.toLatin1();
-    for (const Variable unknown : {which, which == PRESSURE ? VOLUME : PRESSURE}) {  // the answer's unit steps too
+    struct Case {
+        Variable variable;
+        const char* label;
+        double value;
+        QStringList texts;
+    };
+    const Case cases[] = {
+        {TEMPERATURE, "lbtemp", 300.0, {"26.8400 ºC", "80.3120 ºF", "540.3120 ºR", "21.4720 ºRe", "300.0000 ºK"}},
+        {VOLUME, "lbvol", 6.14604321, {"6.1460 dm³", "0.0061 m³", "6146.0432 cm³", "6.1460 l"}},
+        {PRESSURE, "lbpress", 1.0 / 3.0, {"33775.0000 Pa", "0.3378 bar", "253.3333 mmHg", "0.3333 atm"}},
+        {AMOUNT, "lbmasa", 2.0 / 3.0, {"0.6667 g", "0.6667 mol"}},
+    };
+    for (const Variable unknown : {VOLUME, PRESSURE}) {  // the answer's unit steps too
         w_->rows->set_unknown(unknown);
-        auto* unit = w_->at<EtiquetaUnidad>(name);
-        while (unit->unit() != texts.at(texts.size() - 1 - (which == TEMPERATURE)).section(u' ', 1))
-            QTest::mouseClick(unit, Qt::LeftButton);
-        w_->rows->show_value(which, value);
-        w_->units.clear();
-        for (const QString& text : texts) {
-            w_->click(name);
-            QCOMPARE(w_->rows->entry(which)->text() + u' ' + unit->unit(), text);
-            QCOMPARE(w_->rows->unit(which), unit->unit());
-            QVERIFY(w_->rows->value(which) == value);  // to the last bit
-            QCOMPARE(unit->accessibleName().section(u' ', -1), unit->unit());
+        for (const Case& c : cases) {
+            w_->units.clear();
+            w_->rows->show_value(c.variable, c.value);
+            for (const QString& text : c.texts) {
+                w_->click(c.label);
+                QCOMPARE(w_->rows->entry(c.variable)->text() + u' ' + w_->rows->unit(c.variable), text);
+                QVERIFY(w_->rows->value(c.variable) == c.value);  // to the last bit
+                QVERIFY(w_->at(c.label)->accessibleName().endsWith(u' ' + w_->rows->unit(c.variable)));
+            }
+            QCOMPARE(w_->units, QList<Variable>(c.texts.size(), c.variable));
         }
-        QCOMPARE(w_->units, QList<Variable>(texts.size(), which));
-        QVERIFY(w_->edited.isEmpty());
     }
+    QVERIFY(w_->edited.isEmpty());
 }
 
 void tst_filas_estado::a_text_that_was_typed_is_converted_in_full() {
     w_->type(VOLUME, "0.02468135");
-    w_->click("lbvol");  // the focus stays in the entry
-    w_->click("lbvol");
-    w_->click("lbvol");
+    for (int i = 0; i < 3; ++i)
+        w_->click("lbvol");  // the focus stays in the entry
     QCOMPARE(w_->rows->entry(VOLUME)->text(), "24.6814");
     QCOMPARE(w_->rows->shown_value(VOLUME), 24.68135);
     QCOMPARE(w_->rows->value(VOLUME), 0.02468135);
 }
 
-void tst_filas_estado::keys_step_a_unit_both_ways() {
+void tst_filas_estado::keys_and_screen_readers_step_a_unit() {
     auto* unit = w_->at<EtiquetaUnidad>("lbtemp");
-    QVERIFY(unit->focusPolicy() & Qt::TabFocus);
     unit->setFocus(Qt::TabFocusReason);
     QVERIFY(unit->font().underline());
     struct Step {
@@ -171,139 +149,111 @@ void tst_filas_estado::keys_step_a_unit_both_ways() {
         QCOMPARE(unit->unit(), QString::fromUtf8(step.unit));
     }
     QCOMPARE(w_->returns, 0);
+    QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(unit);
+    QCOMPARE(spoken->role(), QAccessible::Button);
+    QCOMPARE(spoken->text(QAccessible::Name), "Temperatura: ºC");
+    spoken->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    QCOMPARE(unit->unit(), "ºF");
     w_->rows->entry(AMOUNT)->setFocus();
     QVERIFY(!unit->font().underline());
     QTest::mouseClick(unit, Qt::RightButton);
     QTest::mousePress(unit, Qt::LeftButton);
     QTest::mouseRelease(unit, Qt::LeftButton, {}, QPoint(-20, -20));  // let go elsewhere
-    QCOMPARE(unit->unit(), "ºC");
-}
-
-void tst_filas_estado::the_number_of_an_amount_stays_in_the_other_unit() {
-    w_->rows->show_value(AMOUNT, 2.0 / 3.0);
-    for (const char* unit : {"g", "mol"}) {
-        w_->click("lbmasa");
-        QCOMPARE(w_->rows->unit(AMOUNT), unit);
-        QCOMPARE(w_->rows->entry(AMOUNT)->text(), "0.6667");
-        QVERIFY(w_->rows->value(AMOUNT) == 2.0 / 3.0);
-    }
-    QCOMPARE(w_->units, (QList<Variable>{AMOUNT, AMOUNT}));
+    QCOMPARE(unit->unit(), "ºF");
 }
 
 void tst_filas_estado::an_untouched_entry_keeps_its_whole_value() {
-    const double third = 1.0 / 3.0;
     EntradaNumerica* entry = w_->rows->entry(VOLUME);
-    w_->rows->show_value(VOLUME, third, "###0.00");
-    QCOMPARE(entry->text(), "0.33");
-    entry->setFocus(Qt::TabFocusReason);
-    QTest::keyClick(entry, Qt::Key_Tab);
-    QCOMPARE(entry->text(), "0.3333");
-    QVERIFY(w_->rows->value(VOLUME) == third);
+    struct Case {
+        double value;
+        const char *shown, *left;
+    };
+    for (const Case& c : {Case{1.0 / 3.0, "0.33", "0.3333"}, Case{1.25e30, "1.25E+30", "1.25E+30"}}) {
+        w_->rows->show_value(VOLUME, c.value, "###0.00");
+        QCOMPARE(entry->text(), c.shown);
+        entry->setFocus(Qt::TabFocusReason);
+        leave(VOLUME);
+        QCOMPARE(entry->text(), c.left);
+        QVERIFY(w_->rows->value(VOLUME) == c.value);
+    }
     QVERIFY(w_->edited.isEmpty());
-    // The same digits typed mean themselves.
-    w_->type(VOLUME, "0.3333");
-    QCOMPARE(w_->rows->value(VOLUME), 0.3333);
-    QTest::keyClick(entry, Qt::Key_Tab);
-    QCOMPARE(w_->edited, QList<Variable>{VOLUME});
-    // So does one digit added and taken away again.
-    w_->rows->show_value(VOLUME, third);
+    // A digit added and taken away again: the digits mean themselves.
+    w_->rows->show_value(VOLUME, 1.0 / 3.0);
     entry->setFocus(Qt::TabFocusReason);
     QTest::keyClick(entry, Qt::Key_End);
     QTest::keyClicks(entry, "5");
     QTest::keyClick(entry, Qt::Key_Backspace);
     QCOMPARE(w_->rows->value(VOLUME), 0.3333);
+    leave(VOLUME);
+    QCOMPARE(w_->edited, QList<Variable>{VOLUME});
 }
 
-void tst_filas_estado::leaving_an_entry_announces_another_value_once() {
+void tst_filas_estado::an_entry_announces_another_value_once() {
+    EntradaNumerica* entry = w_->rows->entry(TEMPERATURE);
     struct Case {
         const char *typed, *text;
         double value;
         bool announced;
     };
-    for (const Case& c :
-         {Case{"350.123456", "350.1235", 350.123456, true}, Case{"350.123456", "350.1235", 350.123456, false},
-          Case{".", "0.0000", 0.0, true}, Case{"7", "7.0000", 7.0, true}}) {
-        w_->edited.clear();
-        w_->type(TEMPERATURE, c.typed);
-        QVERIFY(w_->edited.isEmpty());
-        for (int i = 0; i < 2; ++i) {
-            QTest::keyClick(w_->rows->entry(TEMPERATURE), Qt::Key_Tab);
-            w_->rows->entry(TEMPERATURE)->setFocus(Qt::TabFocusReason);
+    for (const Qt::Key end : {Qt::Key_Tab, Qt::Key_Return})
+        for (const Case& c :
+             {Case{"350.123456", "350.1235", 350.123456, true}, Case{"350.123456", "350.1235", 350.123456, false},
+              Case{".", "0.0000", 0.0, true}, Case{"7", "7.0000", 7.0, true}}) {
+            w_->edited.clear();
+            w_->returns = 0;
+            w_->type(TEMPERATURE, c.typed);
+            QVERIFY(w_->edited.isEmpty());
+            QTest::keyClick(entry, end);
+            QCOMPARE(entry->text(), c.text);
+            QCOMPARE(entry->hasSelectedText(), end == Qt::Key_Return);  // the next number replaces it
+            QCOMPARE(w_->rows->value(TEMPERATURE), c.value);
+            QCOMPARE(w_->edited, c.announced ? QList<Variable>{TEMPERATURE} : QList<Variable>{});
+            QCOMPARE(w_->returns, end == Qt::Key_Return && !c.announced);  // one calculation, not two
         }
-        QCOMPARE(w_->rows->entry(TEMPERATURE)->text(), c.text);
-        QCOMPARE(w_->rows->value(TEMPERATURE), c.value);
-        QCOMPARE(w_->edited, c.announced ? QList<Variable>{TEMPERATURE} : QList<Variable>{});
-    }
-}
-
-void tst_filas_estado::the_return_key_announces_or_reaches_the_window() {
-    EntradaNumerica* entry = w_->rows->entry(VOLUME);
-    w_->type(VOLUME, "5");
-    QTest::keyClick(entry, Qt::Key_Return);
-    QCOMPARE(entry->text(), "5.0000");
-    QCOMPARE(w_->edited, QList<Variable>{VOLUME});
-    QCOMPARE(w_->returns, 0);  // one calculation, not two
-    QTest::keyClick(entry, Qt::Key_Return);
-    QCOMPARE(w_->edited.size(), 1);
-    QCOMPARE(w_->returns, 1);
-}
-
-void tst_filas_estado::numbers_too_long_for_the_entry_take_an_exponent() {
-    w_->rows->show_value(VOLUME, 1.25e30);
-    QCOMPARE(w_->rows->entry(VOLUME)->text(), "1.25E+30");
-    w_->rows->entry(VOLUME)->setFocus(Qt::TabFocusReason);
-    QTest::keyClick(w_->rows->entry(VOLUME), Qt::Key_Tab);
-    QCOMPARE(w_->rows->value(VOLUME), 1.25e30);
 }
 
 void tst_filas_estado::a_marker_makes_its_variable_the_unknown() {
-    const auto choose = [this](const char* marker, int way) {
-        auto* label = w_->at<MarcaIncognita>(marker);
-        if (way == 0)
-            return w_->click(marker);
-        label->setFocus(Qt::TabFocusReason);
-        QTest::keyClick(label, way == 1 ? Qt::Key_Space : Qt::Key_Return);
-    };
     struct Row {
         Variable variable;
         const char *marker, *unit;
     };
     const Row rows[] = {
         {TEMPERATURE, "lbbtemp", "lbtemp"}, {VOLUME, "lbbvol", "lbvol"}, {PRESSURE, "lbbpress", "lbpress"}};
-    for (int way = 0; way < 3; ++way)
-        for (const Row& chosen : rows) {
-            w_->chosen.clear();
-            choose(chosen.marker, way);
-            choose(chosen.marker, way);  // again: the window calculates again
-            QCOMPARE(w_->chosen, (QList<Variable>{chosen.variable, chosen.variable}));
-            QCOMPARE(w_->rows->unknown(), chosen.variable);
-            for (const Row& row : rows) {
-                const bool red = row.variable == chosen.variable;
-                auto* marker = w_->at<MarcaIncognita>(row.marker);
-                EntradaNumerica* entry = w_->rows->entry(row.variable);
-                QCOMPARE(marker->is_unknown(), red);
-                QCOMPARE(marker->font().bold(), red);
-                QCOMPARE(marker->accessibleDescription().isEmpty(), !red);
-                QCOMPARE(marker->palette().color(QPalette::WindowText) == QColor(255, 0, 0), red);
-                QCOMPARE(w_->at(row.unit)->palette().color(QPalette::WindowText) == QColor(255, 0, 0), red);
-                QCOMPARE(entry->palette().color(QPalette::Text) == QColor(255, 0, 0), red);
-                QCOMPARE(entry->isReadOnly(), red);
-                QCOMPARE(w_->rows->spin(row.variable)->isEnabled(), !red);
-            }
+    const QColor red(255, 0, 0);
+    for (const Row& chosen : rows) {
+        w_->chosen.clear();
+        w_->click(chosen.marker);
+        for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return})  // again: the window calculates again
+            QTest::keyClick(w_->at(chosen.marker), key);
+        QCOMPARE(w_->chosen, QList<Variable>(3, chosen.variable));
+        QCOMPARE(w_->rows->unknown(), chosen.variable);
+        for (const Row& row : rows) {
+            const bool unknown = row.variable == chosen.variable;
+            const QLabel* marker = w_->at(row.marker);
+            QCOMPARE(marker->font().bold(), unknown);
+            QCOMPARE(!marker->accessibleDescription().isEmpty(), unknown);
+            QCOMPARE(marker->palette().color(QPalette::WindowText) == red, unknown);
+            QCOMPARE(w_->at(row.unit)->palette().color(QPalette::WindowText) == red, unknown);
+            QCOMPARE(w_->rows->entry(row.variable)->palette().color(QPalette::Text) == red, unknown);
         }
+    }
     QCOMPARE(w_->returns, 0);
 }
 
 void tst_filas_estado::the_unknown_cannot_be_typed_or_stepped() {
+    EntradaNumerica* entry = w_->rows->entry(PRESSURE);
     w_->rows->show_value(PRESSURE, 2.0 / 3.0, "##0.00");
     w_->type(PRESSURE, "9");
-    QTest::keyClick(w_->rows->entry(PRESSURE), Qt::Key_Up);
+    QTest::keyClick(entry, Qt::Key_Up);
     QTest::mouseClick(w_->spin_button(PRESSURE, false), Qt::LeftButton);
-    QCOMPARE(w_->rows->entry(PRESSURE)->selectedText(), "0.67");  // can be copied
-    QTest::keyClick(w_->rows->entry(PRESSURE), Qt::Key_Tab);
-    QCOMPARE(w_->rows->entry(PRESSURE)->text(), "0.67");
+    QCOMPARE(entry->selectedText(), "0.67");  // can be copied
+    leave(PRESSURE);
+    QCOMPARE(entry->text(), "0.67");
     QVERIFY(w_->rows->value(PRESSURE) == 2.0 / 3.0);
     QVERIFY(w_->edited.isEmpty());
+    w_->click("lbbvol");
+    w_->type(PRESSURE, "9");
+    QCOMPARE(entry->text(), "9");
 }
 
 void tst_filas_estado::silent_rows_do_not_answer() {
@@ -330,49 +280,35 @@ void tst_filas_estado::the_colours_follow_the_desktop() {
     }
 }
 
-void tst_filas_estado::steps_follow_the_order_of_the_value_data() {
-    QTest::addColumn<double>("value");
-    QTest::addColumn<int>("steps");
-    QTest::addColumn<QString>("then");
-    QTest::newRow("litres") << 6.146 << 1 << "6.246";
-    QTest::newRow("pascals") << 101325.0 << -1 << "91325";
-    QTest::newRow("after a power of ten") << 91325.0 << -1 << "90325";
-    QTest::newRow("below one") << 0.9 << 1 << "0.91";
-    QTest::newRow("across ten upwards") << 9.9 << 2 << "11";
-    QTest::newRow("across ten downwards") << 11.0 << -2 << "9.9";
-    QTest::newRow("a thousand is exact") << 1000.0 << -1 << "990";
-    QTest::newRow("a page key from small") << 0.0012 << -10 << "0.00092";
-    QTest::newRow("from nothing") << 0.0 << 1 << "1";
-    QTest::newRow("nothing stays") << 0.0 << -1 << "0";
-    QTest::newRow("the limit") << 999999.0 << 1 << "1000000";
-    QTest::newRow("above the limit") << 3e6 << 1 << "3000000";
-    QTest::newRow("whole values keep their digits") << 2.0 / 3.0 << 1 << "0.67666666667";
-}
-
 void tst_filas_estado::steps_follow_the_order_of_the_value() {
-    QFETCH(double, value);
-    QFETCH(int, steps);
-    QFETCH(QString, then);
     EntradaNumerica entry;
     UpDown spin;
     spin.bind(&entry);
     spin.set_range(0.0, 1e6);
     spin.set_adaptive();
-    entry.set_exact(value, QStringLiteral("shown"));
-    spin.step(steps);
-    QCOMPARE(entry.text(), then);
+    struct Case {
+        double value;
+        int steps;
+        const char* then;
+    };
+    for (const Case& c : {Case{6.146, 1, "6.246"}, Case{101325.0, -1, "91325"}, Case{91325.0, -1, "90325"},
+                          Case{0.9, 1, "0.91"}, Case{9.9, 2, "11"}, Case{11.0, -2, "9.9"}, Case{1000.0, -1, "990"},
+                          Case{0.0012, -10, "0.00092"}, Case{0.0, 1, "1"}, Case{0.0, -1, "0"},
+                          Case{999999.0, 1, "1000000"}, Case{3e6, 1, "3000000"}, Case{2.0 / 3.0, 1, "0.67666666667"}}) {
+        entry.set_exact(c.value, QStringLiteral("shown"));
+        spin.step(c.steps);
+        QCOMPARE(entry.text(), c.then);
+    }
 }
 
 void tst_filas_estado::a_button_held_down_repeats_and_never_reaches_zero() {
-    QSignalSpy steps(w_->rows->spin(VOLUME), &UpDown::Change);
     w_->rows->show_value(VOLUME, 0.02);
     QToolButton* down = w_->spin_button(VOLUME, true);
     QTest::mousePress(down, Qt::LeftButton);
-    QTRY_VERIFY(steps.size() >= 15);
+    QTRY_VERIFY(w_->edited.size() >= 15);
     QTest::mouseRelease(down, Qt::LeftButton);
     QVERIFY(w_->rows->value(VOLUME) > 0.0 && w_->rows->value(VOLUME) < 0.01);
-    QCOMPARE(w_->edited.size(), steps.size());
-    QCOMPARE(w_->edited.back(), VOLUME);
+    QCOMPARE(w_->edited, QList<Variable>(w_->edited.size(), VOLUME));
     QTest::mouseClick(w_->spin_button(TEMPERATURE, false), Qt::LeftButton);
     QCOMPARE(w_->rows->entry(TEMPERATURE)->text(), "301.0000");
 }
@@ -380,27 +316,25 @@ void tst_filas_estado::a_button_held_down_repeats_and_never_reaches_zero() {
 void tst_filas_estado::a_box_that_opens_ends_the_repetition() {
     QToolButton* up = w_->spin_button(TEMPERATURE, false);
     QDialog box;
-    int most = 0;
-    connect(w_->rows, &FilasEstado::edited, this, [&] {
+    connect(w_->rows, &FilasEstado::edited, &box, [&] {
         QTimer::singleShot(4 * up->autoRepeatInterval(), &box, &QDialog::accept);
         box.exec();
-        most = static_cast<int>(w_->edited.size());
     });
     QTest::mousePress(up, Qt::LeftButton);
-    QTRY_VERIFY(most > 0);
-    QCOMPARE(most, 1);
+    QTRY_VERIFY(!w_->edited.isEmpty() && !box.isVisible());
+    QCOMPARE(w_->edited.size(), 1);
     QVERIFY(!up->isDown());
 }
 
 void tst_filas_estado::limits_hold_in_every_unit() {
+    EntradaNumerica* entry = w_->rows->entry(TEMPERATURE);
     w_->rows->set_range(TEMPERATURE, 0.0, 1000.0);
     w_->rows->show_value(TEMPERATURE, 270.0);
     w_->click("lbtemp");
-    QCOMPARE(w_->rows->entry(TEMPERATURE)->text(), "-3.1600");
     QTest::mouseClick(w_->spin_button(TEMPERATURE, true), Qt::LeftButton);
-    QCOMPARE(w_->rows->entry(TEMPERATURE)->text(), "-4.1600");  // not pulled up to 0
+    QCOMPARE(entry->text(), "-4.1600");  // not pulled up to 0
     w_->rows->spin(TEMPERATURE)->step(-1000);
-    QCOMPARE(w_->rows->entry(TEMPERATURE)->text(), "-273.1600");
+    QCOMPARE(entry->text(), "-273.1600");
     w_->rows->spin(TEMPERATURE)->step(5000);
     QCOMPARE(w_->rows->value(TEMPERATURE), 1000.0);
 }
@@ -413,14 +347,11 @@ void tst_filas_estado::nothing_moves_when_units_and_the_unknown_change() {
             all << widget->geometry();
         return all;
     };
+    w_->adjustSize();
     const QList<QRect> before = places();
     for (const char* name : {"lbbtemp", "lbbvol", "lbmasa", "lbtemp", "lbtemp", "lbpress", "lbpress", "lbpress"}) {
         w_->click(name);
         QCOMPARE(places(), before);
-    }
-    for (const Variable variable : VARIABLES) {
-        QCOMPARE(w_->rows->entry(variable)->x(), w_->rows->entry(AMOUNT)->x());
-        QCOMPARE(w_->rows->entry(variable)->width(), w_->rows->entry(AMOUNT)->width());
     }
 }
 
@@ -428,9 +359,8 @@ void tst_filas_estado::mnemonics_lead_to_the_entries() {
     const char letters[] = {'n', 'm', 'v', 'r'};
     for (const Variable variable : {PRESSURE, AMOUNT, VOLUME, TEMPERATURE}) {
         QTest::keyClick(w_->windowHandle(), letters[static_cast<std::size_t>(variable)], Qt::AltModifier);
-        QVERIFY2(w_->rows->entry(variable)->hasFocus(), qPrintable(w_->rows->entry(variable)->objectName()));
+        QVERIFY(w_->rows->entry(variable)->hasFocus());
     }
-    QCOMPARE(w_->at("Label6")->text(), "Ca&ntidad:");
     QVERIFY(w_->chosen.isEmpty());
 }
 
