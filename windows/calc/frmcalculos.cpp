@@ -1,5 +1,6 @@
 #include "windows/calc/frmcalculos.h"
 
+#include <QCloseEvent>
 #include <QKeyEvent>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -23,10 +24,10 @@ using calculos::Reason;
 using calculos::Unsolvable;
 using calculos::Variable;
 
-/// A small disc whose colour goes with the sentence beside it.
+/// A small disc whose colour goes with the sentence beside it, as high as the sentence's first line.
 class MarcaEstado : public QWidget {
 public:
-    explicit MarcaEstado(QWidget* padre) : QWidget(padre) { setFixedSize(12, 12); }
+    explicit MarcaEstado(QWidget* padre) : QWidget(padre) { setFixedSize(12, fontMetrics().lineSpacing() + 10); }
 
     void set_colour(const QColor& colour) {
         colour_ = colour;
@@ -39,7 +40,7 @@ protected:
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(Qt::NoPen);
         painter.setBrush(colour_);
-        painter.drawEllipse(QRectF(rect()).adjusted(1, 1, -1, -1));
+        painter.drawEllipse(QRectF(rect()).center(), 5.0, 5.0);
     }
 
 private:
@@ -176,7 +177,7 @@ QWidget* frmcalculos::crear_estado() {
     return body;
 }
 
-/// Side by side where there is room, the tall group of the model beside the two others, or one below the other.
+/// Side by side where there is room, or the coexistence below the two others, or one below the other.
 void frmcalculos::colocar(int columns) {
     if (columns == columnas_)
         return;
@@ -184,9 +185,9 @@ void frmcalculos::colocar(int columns) {
     for (QGroupBox* group : grupo_)
         grupos_->removeWidget(group);
     if (columns == 2) {
-        grupos_->addWidget(grupo_[0], 0, 0, 2, 1);
+        grupos_->addWidget(grupo_[0], 0, 0);
         grupos_->addWidget(grupo_[1], 0, 1);
-        grupos_->addWidget(grupo_[2], 1, 1);
+        grupos_->addWidget(grupo_[2], 1, 0, 1, 2);
     } else {
         for (int i = 0; i < static_cast<int>(grupo_.size()); ++i)
             grupos_->addWidget(grupo_[static_cast<std::size_t>(i)], columns == 1 ? i : 0, columns == 1 ? 0 : i);
@@ -200,7 +201,7 @@ int frmcalculos::columnas(int width) const {
     const int room = width - 2 * MARGIN - desplazable_->verticalScrollBar()->sizeHint().width();
     if (of(0) + of(1) + of(2) + 2 * MARGIN <= room)
         return 3;
-    return of(0) + std::max(of(1), of(2)) + MARGIN <= room ? 2 : 1;
+    return of(0) + of(1) + MARGIN <= room ? 2 : 1;
 }
 
 /// With the groups side by side, however they stand now.
@@ -275,7 +276,7 @@ void frmcalculos::Form_Load() {
     filas_->show_text(Variable::Temperature, QStringLiteral("300.0000"));
     filas_->show_text(Variable::Volume, QStringLiteral("6.1460"));
     filas_->show_text(Variable::Pressure, QStringLiteral("1.0000"));
-    calculos::choose(estado_.data(), ranura_, std::min(FIRST_GAS, estado_.gas_count()), ranura_.equation);
+    cargar(std::min(FIRST_GAS, estado_.gas_count()), ranura_.equation);
     panel_->show_slot(ranura_);
     tabla_->set_units(unidades_tabla());
     vaciar();
@@ -303,6 +304,12 @@ void frmcalculos::gases_Change() {
     panel_->show_slot(ranura_);
     if (salida_ || fallo_)
         calcular(Motivo::Otro);
+}
+
+void frmcalculos::closeEvent(QCloseEvent* event) {
+    if (std::exchange(en_apuros_, false))
+        estado_.set_status({});
+    event->accept();
 }
 
 void frmcalculos::keyPressEvent(QKeyEvent* event) {
@@ -333,12 +340,16 @@ void frmcalculos::cmbecu_Click() {
     elegir(ranura_.gas_number, panel_->model());
 }
 
-void frmcalculos::elegir(std::int16_t gas, tavo::EquationOfState model) {
+void frmcalculos::cargar(std::int16_t gas, tavo::EquationOfState model) {
     try {
         calculos::choose(estado_.data(), ranura_, gas, model);
     } catch (const Unsolvable&) {
         // The calculation meets the same obstacle and says so.
     }
+}
+
+void frmcalculos::elegir(std::int16_t gas, tavo::EquationOfState model) {
+    cargar(gas, model);
     calcular(Motivo::Otro);
 }
 

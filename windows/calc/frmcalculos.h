@@ -30,6 +30,7 @@ public:
     QSize sizeHint() const override;
 
 protected:
+    void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
@@ -58,6 +59,7 @@ private:
     int columnas(int width) const;
     void ajustar_marco(bool unfolded);
 
+    void cargar(std::int16_t gas, tavo::EquationOfState model);
     void elegir(std::int16_t gas, tavo::EquationOfState model);
     void calcular(Motivo motivo);
     void resolver();

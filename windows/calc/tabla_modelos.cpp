@@ -139,6 +139,8 @@ void TablaModelos::set_units(const UnidadesTabla& units) {
 }
 
 void TablaModelos::clear() {
+    if (rows_.empty())
+        return;
     rows_.clear();
     boiling_ = enthalpy_ = -1.0;
     show_all();
@@ -149,7 +151,8 @@ void TablaModelos::show_all() {
     for (int row = 0; row < gridmodelos->rowCount(); ++row)
         show_row(row);
     show_experimental();
-    spread();
+    if (unfolded())
+        spread();
 }
 
 /// The numbers share the room that the names leave; where there is none, it is the names that are cut. All rows are
@@ -288,6 +291,8 @@ void TablaModelos::show_experimental() {
 void TablaModelos::bttabla_Click(bool unfolded) {
     bttabla->setArrowType(unfolded ? Qt::DownArrow : Qt::RightArrow);
     cuerpo->setVisible(unfolded);
+    if (unfolded)
+        spread();
     emit unfolding(unfolded);
 }
 
