@@ -1,0 +1,104 @@
+// The sentences about a calculation, in the literals of the code.
+
+#include <QTest>
+
+#include "controls/texto_estado.h"
+
+namespace {
+
+using namespace calculos;
+
+const Texto LITERALS = [](int number, const QString& literal) {
+    return literal.isEmpty() ? QStringLiteral("<%1>").arg(number) : literal;
+};
+
+/// One mole at 300 K with 2 l of a model whose coexistence is at 5 atm.
+Output output_of(Phase phase, Root root, double stable) {
+    Output out{};
+    out.v = 2.0;
+    out.phase = phase;
+    out.root = root;
+    out.saturation = tavo::calcnum::Saturation{5.0, 0.1, 4.0};
+    out.liquid_fraction = 0.51282;
+    if (stable > 0.0)
+        out.stable_volume = stable;
+    return out;
+}
+
+}  // namespace
+
+class tst_texto_estado : public QObject {
+    Q_OBJECT
+private slots:
+    void state_data();
+    void state();
+    void withoutCoexistence();
+    void failure_data();
+    void failure();
+};
+
+void tst_texto_estado::state_data() {
+    QTest::addColumn<int>("phase");
+    QTest::addColumn<int>("root");
+    QTest::addColumn<double>("stable");
+    QTest::addColumn<QString>("sentence");
+    const auto row = [](Phase phase, Root root, double stable, const char* sentence) {
+        QTest::newRow(sentence) << static_cast<int>(phase) << static_cast<int>(root) << stable
+                                << QString::fromUtf8(sentence);
+    };
+    row(Phase::Gas, Root::Only, 0.0, "Gas.");
+    row(Phase::Liquid, Root::Liquid, 0.0, "Líquido. Se muestra la raíz del líquido.");
+    row(Phase::SuperheatedLiquid, Root::Liquid, 12.34567,
+        "Líquido sobrecalentado, metaestable. Con este volumen lo estable es líquido y gas juntos a Pv = 3800 mmHg, "
+        "con el 51.3 % de la cantidad en el líquido. Se muestra la raíz del líquido. A esta presión la fase estable es "
+        "el gas (V = 12350 cm³).");
+    row(Phase::Unstable, Root::Middle, 0.09,
+        "Estado inestable, dentro del bucle del modelo. Con este volumen lo estable es líquido y gas juntos a Pv = "
+        "3800 mmHg, con el 51.3 % de la cantidad en el líquido. A esta presión la fase estable es el líquido (V = 90 "
+        "cm³).");
+    row(Phase::SupersaturatedVapour, Root::Gas, 0.09,
+        "Vapor sobresaturado, metaestable. Con este volumen lo estable es líquido y gas juntos a Pv = 3800 mmHg, con "
+        "el 51.3 % de la cantidad en el líquido. Se muestra la raíz del gas. A esta presión la fase estable es el "
+        "líquido (V = 90 cm³).");
+}
+
+void tst_texto_estado::state() {
+    QFETCH(int, phase);
+    QFETCH(int, root);
+    QFETCH(double, stable);
+    QFETCH(QString, sentence);
+    const Output out = output_of(static_cast<Phase>(phase), static_cast<Root>(root), stable);
+    QCOMPARE(texto_estado(LITERALS, out, {}, QStringLiteral("cm³"), QStringLiteral("mmHg")), sentence);
+}
+
+void tst_texto_estado::withoutCoexistence() {
+    Output out = output_of(Phase::Unstable, Root::Only, 0.0);
+    out.saturation.reset();
+    QCOMPARE(texto_estado(LITERALS, out, {}, QStringLiteral("l"), QStringLiteral("atm")),
+             QStringLiteral("Estado inestable: aquí la presión del modelo crece con el volumen."));
+}
+
+void tst_texto_estado::failure_data() {
+    QTest::addColumn<int>("reason");
+    QTest::addColumn<QString>("sentence");
+    const auto row = [](Reason reason, const char* sentence) {
+        QTest::newRow(sentence) << static_cast<int>(reason) << QString::fromUtf8(sentence);
+    };
+    row(Reason::SmallMu, "<93>");
+    row(Reason::InsideCovolume,
+        "El volumen debe ser mayor que 42.87 cm³, el que ocupan las propias moléculas (covolumen).");
+    row(Reason::VolumeNotReached,
+        "El cálculo, que parte del volumen del gas ideal, no llega al volumen buscado. Esa presión la da V = 42.87 "
+        "cm³.");
+    row(Reason::NotFinite, "El cálculo no da un resultado finito.");
+}
+
+void tst_texto_estado::failure() {
+    QFETCH(int, reason);
+    QFETCH(QString, sentence);
+    const Unsolvable error(static_cast<Reason>(reason), "detail", 0.042867);
+    QCOMPARE(texto_fallo(LITERALS, error, QStringLiteral("cm³")), sentence);
+}
+
+QTEST_APPLESS_MAIN(tst_texto_estado)
+#include "tst_texto_estado.moc"
