@@ -3,6 +3,7 @@
 #include <QGridLayout>
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QScopedValueRollback>
 #include <QToolTip>
 
 #include <algorithm>
@@ -123,7 +124,10 @@ void FilasEstado::make_row(Variable variable) {
     grid->addWidget(r.unit, line, 2);
 
     connect(r.entry, &EntradaNumerica::LostFocus, this, [this, variable] { commit(variable); });
-    connect(r.spin, &UpDown::Change, this, [this, variable] { commit(variable); });
+    connect(r.spin, &UpDown::Change, this, [this, variable] {
+        const QScopedValueRollback stepping(stepping_, true);
+        commit(variable);
+    });
     connect(r.unit, &EtiquetaUnidad::Click, this,
             [this, variable](const QString& from, const QString& to) { unit_Click(variable, from, to); });
 }

@@ -30,6 +30,9 @@ public:
     /// Markers and unit labels are silent while it is set.
     void set_silent(bool silent);
 
+    /// While edited() tells of a step by spin button, arrow key or wheel.
+    bool stepping() const { return stepping_; }
+
     QString unit(Variable variable) const;
     EntradaNumerica* entry(Variable variable) const;
     UpDown* spin(Variable variable) const;
@@ -89,4 +92,5 @@ private:
     const calculos::SlotTable& table_;
     std::array<Row, 4> rows_;
     Variable unknown_ = Variable::Pressure;
+    bool stepping_ = false;
 };

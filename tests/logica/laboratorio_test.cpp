@@ -30,6 +30,35 @@ TEST(Laboratorio, ADragMovesTheUnknownOfItsTable) {
     }
 }
 
+TEST(Laboratorio, EntriesAreRefusedBeyondTheirLimitsInTheUnitShown) {
+    struct Row {
+        calculos::Variable variable;
+        const char* unit;
+        double least, most;  // in the unit
+        int below, above;
+    };
+    for (const Row& row : {Row{Amount, "mol", 0, 1000, 77, 78},
+                           {Amount, "g", 0, 1000, 77, 78},
+                           {Temperature, "ºK", 0, 1000, 79, 80},
+                           {Temperature, "ºC", -273.16, 726.84, 79, 80},
+                           {Temperature, "ºF", -459.4, 1340.6, 79, 80},
+                           {Volume, "l", 0, 2000, 81, 82},
+                           {Volume, "cm³", 0, 2e6, 81, 82},
+                           {Pressure, "atm", 0, 1000, 83, 84},
+                           {Pressure, "Pa", 0, 101325000, 83, 84}}) {
+        const auto below = refusal(row.variable, row.least - 1e-6, row.unit);
+        const auto above = refusal(row.variable, row.most + 1e-6, row.unit);
+        ASSERT_TRUE(below && above) << row.unit;
+        EXPECT_EQ(below->text, row.below);
+        EXPECT_EQ(above->text, row.above);
+        EXPECT_NEAR(below->limit, row.least, 1e-9);
+        EXPECT_NEAR(above->limit, row.most, 1e-9);
+        EXPECT_TRUE(refusal(row.variable, below->limit, row.unit));   // not the least itself
+        EXPECT_FALSE(refusal(row.variable, above->limit, row.unit));  // but the greatest
+        EXPECT_FALSE(refusal(row.variable, row.least + 1e-6, row.unit));
+    }
+}
+
 TEST(Laboratorio, ScalesHoldTheirLimitsAndPinTheRest) {
     struct Row {
         Instrument instrument;

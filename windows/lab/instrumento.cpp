@@ -58,7 +58,7 @@ void Instrumento::set_value(double value) {
     const bool was_pinned = pinned();
     value_ = value;
     update(between(from, place()).toAlignedRect());
-    if (was_pinned || pinned())
+    if (was_pinned != pinned() || (pinned() && from != place()))
         update();  // the mark at the scale's end
     emit value_changed();
     if (QAccessible::isActive()) {

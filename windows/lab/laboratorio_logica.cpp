@@ -117,6 +117,19 @@ const Limits& limits(Variable variable) {
     return LIMITS.at(static_cast<std::size_t>(variable));
 }
 
+std::optional<Refusal> refusal(Variable variable, double shown, std::string_view unit) {
+    const Limits& given = limits(variable);
+    const double least = calculos::minimum(variable, unit);
+    if (shown <= least)
+        return Refusal{given.below, least};
+    // Amounts are limited in whatever unit they are shown, the others by the same state in every unit.
+    const double most =
+        variable == Variable::Amount ? given.maximum : calculos::from_base(variable, given.maximum, unit, {});
+    if (shown > most)
+        return Refusal{given.above, most};
+    return {};
+}
+
 std::vector<Tick> ticks(const Scale& s) {
     constexpr double SLACK = 1e-9;  // of a graduation: 2.0 / 0.05 may fall short of 40
     const auto first = static_cast<int>(std::ceil(s.minimum / s.graduation - SLACK));

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 #include "windows/calc/calculos_logica.h"
@@ -41,6 +42,14 @@ struct Limits {
     int below, above;  // language strings 77 to 84
 };
 const Limits& limits(Variable variable);
+
+/// Why an entry is refused: the language string, and the limit in the unit shown.
+struct Refusal {
+    int text;
+    double limit;
+};
+/// Empty for a value, in the unit shown, that is above the least and not above the greatest.
+std::optional<Refusal> refusal(Variable variable, double shown, std::string_view unit);
 
 /// A tick of a scale.
 struct Tick {

@@ -1,0 +1,532 @@
+// The laboratory, driven by drags, keys and clicks.
+
+#include <QComboBox>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <cmath>
+#include <memory>
+
+#include "core/slots.h"
+#include "shell/application_state.h"
+#include "tests/windows/support/hogar_temporal.h"
+#include "tests/windows/support/mensajes_prueba.h"
+#include "windows/lab/frmoperaciones.h"
+
+namespace {
+
+using calculos::Variable;
+using calculos::VARIABLES;
+using laboratorio::Instrument;
+
+constexpr int VIRIAL = 5, FREE_EXPONENT = 6, PENG_ROBINSON = 8;
+constexpr const char* ENTRIES[] = {"txtmol", "txttemp", "txtvol", "txtpress"};
+constexpr const char* UNITS[] = {"lbmasa", "lbtemp", "lbvol", "lbpress"};
+constexpr const char* MARKERS[] = {nullptr, "lbbtemp", "lbbvol", "lbbpress"};
+constexpr const char* SPINS[] = {"UpDown0", "UpDown1", "UpDown2", "UpDown3"};
+
+constexpr std::size_t at(Variable variable) {
+    return static_cast<std::size_t>(variable);
+}
+
+bool thermocouple(Instrument i) {
+    return i == Instrument::Thermocouple;
+}
+bool manometer(Instrument i) {
+    return i == Instrument::Manometer;
+}
+
+}  // namespace
+
+class tst_frmoperaciones : public QObject {
+    Q_OBJECT
+private slots:
+    void init() { open(false, false); }
+    void cleanup();
+
+    void a_fresh_window_shows_a_state_that_agrees_with_itself();
+    void a_drag_follows_its_table();
+    void a_drag_beyond_the_scale_stops_at_its_end();
+    void a_value_off_the_scale_is_pinned_and_told_data();
+    void a_value_off_the_scale_is_pinned_and_told();
+    void the_other_instrument_takes_the_value_over();
+    void an_entry_beyond_its_limits_is_refused_once_data();
+    void an_entry_beyond_its_limits_is_refused_once();
+    void nothing_is_calculated_while_an_entry_is_empty();
+    void boxes_wait_for_the_hand_to_let_go();
+    void a_drag_to_zero_is_answered_after_the_drag();
+    void keys_tell_once_that_they_leave_the_scale();
+    void a_held_spin_button_tells_once_after_its_release();
+    void units_change_the_numbers_and_not_the_state();
+    void slot_0_of_another_window_changes_nothing();
+    void gas_model_and_exponent_are_loaded();
+    void a_window_of_a_small_screen_shows_everything();
+
+private:
+    void open(bool with_thermocouple, bool with_manometer);
+    template <class Control>
+    Control* control(const char* name) const {
+        auto* found = window_->findChild<Control*>(QLatin1String(name));
+        if (!found)
+            qFatal("no control %s", name);
+        return found;
+    }
+    Instrumento* instrument(Instrument kind) const {
+        static constexpr const char* NAMES[] = {"pctpiston", "termometro", "termopar", "barometro1", "Manometro"};
+        return control<Instrumento>(NAMES[static_cast<std::size_t>(kind)]);
+    }
+    /// The one in use.
+    Instrumento* instrument(Variable variable) const {
+        return instrument(variable == Variable::Volume ? Instrument::Piston
+                          : variable == Variable::Temperature
+                              ? (estado_->thermocouple_in_use ? Instrument::Thermocouple : Instrument::Thermometer)
+                              : (estado_->manometer_in_use ? Instrument::Manometer : Instrument::Barometer));
+    }
+    QLineEdit* entry(Variable variable) const { return control<QLineEdit>(ENTRIES[at(variable)]); }
+    Variable unknown() const {
+        for (const Variable v : {Variable::Temperature, Variable::Volume})
+            if (control<MarcaIncognita>(MARKERS[at(v)])->is_unknown())
+                return v;
+        return Variable::Pressure;
+    }
+    void click(const char* name) { QTest::mouseClick(control<QWidget>(name), Qt::LeftButton); }
+    void type(Variable variable, const char* text) {
+        entry(variable)->setFocus(Qt::TabFocusReason);
+        entry(variable)->selectAll();
+        if (*text)
+            QTest::keyClicks(entry(variable), text);
+        else
+            QTest::keyClick(entry(variable), Qt::Key_Delete);
+        QTest::keyClick(entry(variable), Qt::Key_Return);
+    }
+    /// A quarter of a mole of ideal gas at 300 K in 6.146 l: about 1 atm, inside every scale.
+    void mild_state(Variable its_unknown) {
+        type(Variable::Amount, "0.25");
+        if (its_unknown != Variable::Pressure)
+            click(MARKERS[at(its_unknown)]);
+        messages_.vistos.clear();
+    }
+    static QPoint place(Instrumento* instrument, double value) {
+        const double y = laboratorio::place_of(instrument->kind(), value, instrument->height());
+        return {instrument->width() / 2, static_cast<int>(std::lround(y))};
+    }
+    void press(Instrumento* on, double value) { QTest::mousePress(on, Qt::LeftButton, {}, place(on, value)); }
+    void release(Instrumento* on, double value) { QTest::mouseRelease(on, Qt::LeftButton, {}, place(on, value)); }
+    void drag(Instrumento* on, double value) {
+        press(on, value);
+        QTest::mouseMove(on, place(on, value) + QPoint(1, 0));
+        release(on, value);
+    }
+    void model(int number) { control<QComboBox>("cmbecu")->setCurrentIndex(number); }
+    QString last_message() const { return messages_.vistos.empty() ? QString() : messages_.vistos.back().texto; }
+    std::size_t boxes() const { return messages_.vistos.size(); }
+
+    HogarTemporal home_;
+    MensajesPrueba messages_;
+    std::unique_ptr<ApplicationState> estado_;
+    std::unique_ptr<frmoperaciones> window_;
+};
+
+void tst_frmoperaciones::open(bool with_thermocouple, bool with_manometer) {
+    window_.reset();
+    messages_.vistos.clear();
+    estado_ = std::make_unique<ApplicationState>(home_.path());
+    estado_->load_languages();
+    estado_->load_gases();
+    estado_->thermocouple_in_use = with_thermocouple;
+    estado_->manometer_in_use = with_manometer;
+    window_ = std::make_unique<frmoperaciones>(*estado_, messages_);
+    window_->resize(1350, 620);
+    window_->show();
+    QVERIFY(QTest::qWaitForWindowActive(window_.get()));
+}
+
+void tst_frmoperaciones::cleanup() {
+    window_.reset();
+    estado_.reset();
+}
+
+void tst_frmoperaciones::a_fresh_window_shows_a_state_that_agrees_with_itself() {
+    QCOMPARE(window_->windowTitle(), "Operaciones");
+    QCOMPARE(unknown(), Variable::Pressure);
+    QCOMPARE(entry(Variable::Amount)->text(), "1.000");
+    QCOMPARE(entry(Variable::Temperature)->text(), "300.00");
+    QCOMPARE(entry(Variable::Volume)->text(), "6.15");
+    QCOMPARE(entry(Variable::Pressure)->text(), "4.0055");  // above the barometer: the entry keeps its decimals
+    QCOMPARE(instrument(Variable::Temperature)->value(), 300.0);
+    QCOMPARE(instrument(Variable::Volume)->value(), 6.146);
+    QVERIFY(instrument(Variable::Pressure)->pinned());
+    QCOMPARE(boxes(), 0U);  // opening a window is no reason for a box
+    QVERIFY(control<QToolButton>("bttermometro")->isChecked() && control<QToolButton>("btbarometro")->isChecked());
+    QCOMPARE(control<Instrumento>("pctpiston")->accessibleName(), "Volumen");
+    QCOMPARE(control<Instrumento>("pctpiston")->spoken_value(), "6.15 l");
+}
+
+void tst_frmoperaciones::a_drag_follows_its_table() {
+    struct Row {
+        Instrument dragged;
+        double value;
+        Variable from_temperature, from_volume, from_pressure;  // unknown afterwards
+    };
+    using enum calculos::Variable;
+    for (const Row& row : {Row{Instrument::Piston, 4.0, Temperature, Temperature, Pressure},
+                           Row{Instrument::Thermometer, 330.0, Pressure, Volume, Pressure},
+                           Row{Instrument::Thermocouple, 700.0, Pressure, Volume, Pressure},
+                           Row{Instrument::Barometer, 1.5, Temperature, Volume, Temperature},
+                           Row{Instrument::Manometer, 250.0, Temperature, Volume, Temperature}}) {
+        for (const auto& [before, after] :
+             {std::pair{Temperature, row.from_temperature}, std::pair{Volume, row.from_volume},
+              std::pair{Pressure, row.from_pressure}}) {
+            open(thermocouple(row.dragged), manometer(row.dragged));
+            mild_state(before);
+            Instrumento* hand = instrument(row.dragged);
+            const Variable dragged = laboratorio::variable(row.dragged);
+            const Variable third = [&] {
+                for (const Variable v : {Temperature, Volume})
+                    if (v != dragged && v != after)
+                        return v;
+                return Pressure;
+            }();
+            const double kept = instrument(third)->value();
+            drag(hand, row.value);
+            QCOMPARE(unknown(), after);
+            const double graduation = laboratorio::scale(row.dragged).graduation;
+            QVERIFY(std::abs(hand->value() - row.value) < graduation);
+            QCOMPARE(entry(dragged)->text(), QString::number(hand->value(), 'f', 2));
+            QCOMPARE(instrument(third)->value(), kept);
+            const double t = instrument(Temperature)->value();
+            const double ratio = instrument(Pressure)->value() * instrument(Volume)->value() / (0.25 * tavo::R * t);
+            QVERIFY2(std::abs(ratio - 1.0) < 1e-12, qPrintable(QString::number(ratio)));
+            QCOMPARE(boxes(), instrument(after)->pinned() ? 1U : 0U);
+        }
+    }
+}
+
+void tst_frmoperaciones::a_drag_beyond_the_scale_stops_at_its_end() {
+    mild_state(Variable::Pressure);
+    Instrumento* piston = instrument(Instrument::Piston);
+    press(piston, 5.0);
+    QTest::mouseMove(piston, QPoint(5, -200));
+    QCOMPARE(piston->value(), 10.0);
+    QCOMPARE(entry(Variable::Volume)->text(), "10.00");
+    release(piston, 10.0);
+    QCOMPARE(boxes(), 0U);
+    click("lbtemp");  // ºC: the scale's end survives the conversion
+    Instrumento* thermometer = instrument(Instrument::Thermometer);
+    press(thermometer, 300.0);
+    QTest::mouseMove(thermometer, QPoint(5, -200));
+    QCOMPARE(entry(Variable::Temperature)->text(), "100.00");
+    QTest::mouseMove(thermometer, QPoint(5, thermometer->height() + 200));
+    QCOMPARE(entry(Variable::Temperature)->text(), "0.00");
+    release(thermometer, 273.16);
+    QCOMPARE(boxes(), 0U);
+}
+
+void tst_frmoperaciones::a_value_off_the_scale_is_pinned_and_told_data() {
+    QTest::addColumn<Variable>("variable");
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<bool>("coarse");  // thermocouple, manometer
+    QTest::addColumn<int>("message");
+    QTest::addColumn<QString>("shown");
+    using enum calculos::Variable;
+    const auto row = [](Variable variable, const char* text, bool coarse, int message, const char* shown) {
+        QTest::addRow("%s %s %d", ENTRIES[at(variable)], text, coarse)
+            << variable << QByteArray(text) << coarse << message << QString::fromLatin1(shown);
+    };
+    row(Temperature, "400", false, 91, "400.0000");
+    row(Temperature, "400", true, 0, "400.00");
+    row(Temperature, "373.16", false, 0, "373.16");
+    row(Temperature, "273.15", false, 91, "273.1500");
+    row(Temperature, "1000", true, 0, "1000.00");
+    row(Volume, "10", true, 0, "10.00");
+    row(Volume, "10.5", true, 90, "10.5000");
+    row(Pressure, "3", false, 94, "3.0000");
+    row(Pressure, "3", true, 0, "3.00");
+    row(Pressure, "2", false, 0, "2.00");
+    row(Pressure, "501", true, 95, "501.0000");
+}
+
+void tst_frmoperaciones::a_value_off_the_scale_is_pinned_and_told() {
+    QFETCH(Variable, variable);
+    QFETCH(QByteArray, text);
+    QFETCH(bool, coarse);
+    QFETCH(int, message);
+    open(coarse, coarse);
+    mild_state(variable == Variable::Pressure ? Variable::Volume : Variable::Pressure);
+    QSignalSpy status(estado_.get(), &ApplicationState::status_changed);
+    type(variable, text.constData());
+    QCOMPARE(boxes(), message ? 1U : 0U);
+    QCOMPARE(last_message(), message ? estado_->texto(message) : QString());
+    QTEST(entry(variable)->text(), "shown");
+    QCOMPARE(instrument(variable)->value(), text.toDouble());
+    QCOMPARE(instrument(variable)->pinned(), message != 0);
+    if (message) {
+        QCOMPARE(messages_.vistos.back().estilo, 64);
+        QCOMPARE(status.back().front().toString(), estado_->texto(message));
+    }
+}
+
+void tst_frmoperaciones::the_other_instrument_takes_the_value_over() {
+    mild_state(Variable::Volume);
+    type(Variable::Temperature, "400");
+    type(Variable::Pressure, "3");
+    messages_.vistos.clear();
+    QSignalSpy status(estado_.get(), &ApplicationState::status_changed);
+    click("bttermopar");
+    click("btmanometro");
+    QVERIFY(estado_->thermocouple_in_use && estado_->manometer_in_use);
+    QVERIFY(!control<QToolButton>("bttermometro")->isChecked());
+    QVERIFY(instrument(Instrument::Thermocouple)->isVisible() && !instrument(Instrument::Thermometer)->isVisible());
+    QCOMPARE(instrument(Instrument::Thermocouple)->value(), 400.0);
+    QCOMPARE(instrument(Instrument::Manometer)->value(), 3.0);
+    QCOMPARE(boxes(), 0U);
+    QCOMPARE(status.back().front().toString(), QString());
+    click("bttermometro");
+    QCOMPARE(last_message(), estado_->texto(91));
+    click("btbarometro");
+    QCOMPARE(last_message(), estado_->texto(94));
+    QCOMPARE(boxes(), 2U);
+}
+
+void tst_frmoperaciones::an_entry_beyond_its_limits_is_refused_once_data() {
+    QTest::addColumn<Variable>("variable");
+    QTest::addColumn<int>("unit_clicks");
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<int>("message");
+    QTest::addColumn<QString>("limit");
+    using enum calculos::Variable;
+    const auto row = [](Variable variable, int clicks, const char* text, int message, const char* limit) {
+        QTest::addRow("%s %s %d", ENTRIES[at(variable)], text, clicks)
+            << variable << clicks << QByteArray(text) << message << QString::fromUtf8(limit);
+    };
+    row(Amount, 0, "0", 77, "0 mol");
+    row(Amount, 0, "", 77, "0 mol");
+    row(Amount, 0, "1000.5", 78, "1000 mol");
+    row(Amount, 1, "1001", 78, "1000 g");
+    row(Temperature, 0, "0", 79, "0 ºK");
+    row(Temperature, 0, "1001", 80, "1000 ºK");
+    row(Temperature, 2, "2000", 80, "1340.6 ºF");
+    row(Volume, 0, "0", 81, "0 l");
+    row(Volume, 0, "2000.1", 82, "2000 l");
+    row(Volume, 3, "0", 81, "0 cm³");
+    row(Pressure, 0, "0", 83, "0 atm");
+    row(Pressure, 0, "1001", 84, "1000 atm");
+    row(Pressure, 2, "2000", 84, "1013.25 bar");
+}
+
+void tst_frmoperaciones::an_entry_beyond_its_limits_is_refused_once() {
+    QFETCH(Variable, variable);
+    QFETCH(int, unit_clicks);
+    QFETCH(QByteArray, text);
+    QFETCH(int, message);
+    QFETCH(QString, limit);
+    mild_state(variable == Variable::Pressure ? Variable::Volume : Variable::Pressure);
+    for (int i = 0; i < unit_clicks; ++i)
+        click(UNITS[at(variable)]);
+    messages_.vistos.clear();
+    const double answer = instrument(unknown())->value();
+    type(variable, text.constData());
+    QCOMPARE(boxes(), 1U);  // not a second one of the instrument
+    QCOMPARE(last_message(), estado_->texto(message) + ' ' + limit);
+    QCOMPARE(messages_.vistos.back().estilo, 64);
+    QVERIFY(entry(variable)->hasFocus());
+    QCOMPARE(entry(variable)->selectedText(), entry(variable)->text());
+    QCOMPARE(entry(variable)->text().toDouble(), text.toDouble());
+    QVERIFY(control<LineaEstado>("lbestado")->is_fault());
+    QCOMPARE(instrument(unknown())->value(), answer);
+    type(variable, "0.5");
+    QVERIFY(!control<LineaEstado>("lbestado")->is_fault() || variable == Variable::Temperature);
+}
+
+void tst_frmoperaciones::nothing_is_calculated_while_an_entry_is_empty() {
+    mild_state(Variable::Pressure);
+    const QString pressure = entry(Variable::Pressure)->text();
+    entry(Variable::Volume)->clear();
+    type(Variable::Temperature, "350");
+    QCOMPARE(entry(Variable::Pressure)->text(), pressure);
+    QCOMPARE(entry(Variable::Volume)->text(), QString());
+    QVERIFY(control<LineaEstado>("lbestado")->is_fault());
+    QCOMPARE(boxes(), 0U);
+}
+
+void tst_frmoperaciones::boxes_wait_for_the_hand_to_let_go() {
+    mild_state(Variable::Pressure);
+    QSignalSpy status(estado_.get(), &ApplicationState::status_changed);
+    Instrumento* piston = instrument(Instrument::Piston);
+    press(piston, 4.0);
+    for (const double litres : {2.5, 2.0, 1.5})
+        QTest::mouseMove(piston, place(piston, litres));
+    QVERIFY(instrument(Instrument::Barometer)->pinned());
+    QCOMPARE(status.back().front().toString(), estado_->texto(94));
+    QCOMPARE(boxes(), 0U);
+    release(piston, 1.5);
+    QCOMPARE(boxes(), 1U);
+    QCOMPARE(last_message(), estado_->texto(94));
+    // Back inside before the hand lets go: nothing to tell.
+    press(piston, 1.5);
+    QTest::mouseMove(piston, place(piston, 6.0));
+    release(piston, 6.0);
+    QCOMPARE(boxes(), 1U);
+    QCOMPARE(status.back().front().toString(), QString());
+}
+
+void tst_frmoperaciones::a_drag_to_zero_is_answered_after_the_drag() {
+    for (const Instrument kind : {Instrument::Piston, Instrument::Thermocouple, Instrument::Manometer}) {
+        open(true, true);
+        mild_state(kind == Instrument::Manometer ? Variable::Volume : Variable::Pressure);
+        Instrumento* hand = instrument(kind);
+        const Variable answer = unknown();
+        const double before = instrument(answer)->value();
+        press(hand, hand->value());
+        for (int i = 0; i < 3; ++i)
+            QTest::mouseMove(hand, QPoint(4 + i, hand->height() + 50));
+        QCOMPARE(hand->value(), 0.0);
+        QVERIFY(std::abs(instrument(answer)->value() / before - 1.0) < 0.05);  // the pixel of the press
+        const int message = laboratorio::limits(laboratorio::variable(kind)).below;
+        QVERIFY(control<LineaEstado>("lbestado")->toPlainText().startsWith(estado_->texto(message)));
+        QCOMPARE(boxes(), 0U);
+        release(hand, 0.0);
+        QCOMPARE(boxes(), 1U);
+        QVERIFY(last_message().startsWith(estado_->texto(message)));
+        QVERIFY(!entry(laboratorio::variable(kind))->hasFocus());
+        QVERIFY(!estado_->calculating);
+        drag(hand, hand->kind() == Instrument::Piston ? 6.0 : 400.0);
+        QVERIFY(!control<LineaEstado>("lbestado")->is_fault());
+    }
+}
+
+void tst_frmoperaciones::keys_tell_once_that_they_leave_the_scale() {
+    mild_state(Variable::Pressure);
+    Instrumento* piston = instrument(Instrument::Piston);
+    piston->setFocus();
+    QTest::keyClick(piston, Qt::Key_Up);
+    QVERIFY(std::abs(piston->value() - 6.346) < 1e-9);
+    QTest::keyClick(piston, Qt::Key_Down, Qt::ShiftModifier);
+    QVERIFY(std::abs(piston->value() - 6.326) < 1e-9);
+    QTest::keyClick(piston, Qt::Key_PageDown);
+    QVERIFY(std::abs(piston->value() - 4.326) < 1e-9);
+    QCOMPARE(unknown(), Variable::Pressure);
+    QCOMPARE(boxes(), 0U);
+    for (int i = 0; i < 8; ++i)
+        QTest::keyClick(piston, Qt::Key_Down);
+    QVERIFY(instrument(Instrument::Barometer)->pinned());
+    QCOMPARE(boxes(), 1U);
+    QTest::keyClick(piston, Qt::Key_PageUp);
+    QTest::keyClick(piston, Qt::Key_PageDown);  // out again
+    QCOMPARE(boxes(), 2U);
+    QTest::keyClick(piston, Qt::Key_Home);  // 0 l
+    QTest::keyClick(piston, Qt::Key_Down);
+    QCOMPARE(boxes(), 3U);
+    QVERIFY(last_message().startsWith(estado_->texto(81)));
+    QVERIFY(piston->hasFocus());
+    type(Variable::Volume, "9.5");
+    for (int i = 0; i < 12; ++i)
+        QTest::keyClick(entry(Variable::Volume), Qt::Key_Up);
+    QVERIFY(piston->pinned());
+    QCOMPARE(boxes(), 4U);
+    QCOMPARE(last_message(), estado_->texto(90));
+}
+
+void tst_frmoperaciones::a_held_spin_button_tells_once_after_its_release() {
+    mild_state(Variable::Pressure);
+    type(Variable::Temperature, "371");
+    QToolButton* up = control<UpDown>(SPINS[at(Variable::Temperature)])->findChildren<QToolButton*>().front();
+    up->setAutoRepeatDelay(1);
+    up->setAutoRepeatInterval(1);
+    QTest::mousePress(up, Qt::LeftButton);
+    QTRY_VERIFY(entry(Variable::Temperature)->text().toDouble() > 380.0);
+    QVERIFY(instrument(Instrument::Thermometer)->pinned());
+    QCOMPARE(boxes(), 0U);
+    QTest::mouseRelease(up, Qt::LeftButton);
+    QTRY_COMPARE(boxes(), 1U);
+    QCOMPARE(last_message(), estado_->texto(91));
+    QTest::mouseClick(up, Qt::LeftButton);  // still outside
+    QTest::qWait(10);
+    QCOMPARE(boxes(), 1U);
+}
+
+void tst_frmoperaciones::units_change_the_numbers_and_not_the_state() {
+    mild_state(Variable::Pressure);
+    const double p = instrument(Variable::Pressure)->value();
+    using enum calculos::Variable;
+    for (const auto& [variable, unit, shown] : {std::tuple{Temperature, "ºC", 26.84},
+                                                {Temperature, "ºF", 80.312},
+                                                {Temperature, "ºR", 540.312},
+                                                {Temperature, "ºRe", 21.472},
+                                                {Temperature, "ºK", 300.0},
+                                                {Volume, "dm³", 6.146},
+                                                {Volume, "m³", 0.0061},
+                                                {Volume, "cm³", 6146.0},
+                                                {Volume, "l", 6.146},
+                                                {Pressure, "Pa", p * 101325},
+                                                {Pressure, "bar", p * 1.01325},
+                                                {Pressure, "mmHg", p * 760},
+                                                {Pressure, "atm", p}}) {
+        click(UNITS[at(variable)]);
+        QCOMPARE(control<QLabel>(UNITS[at(variable)])->text(), QString::fromUtf8(unit));
+        QVERIFY(std::abs(entry(variable)->text().toDouble() - shown) < 1e-4);
+        QVERIFY(instrument(variable)->spoken_value().endsWith(QString::fromUtf8(unit)));
+        QCOMPARE(instrument(Temperature)->value(), 300.0);
+        QCOMPARE(instrument(Volume)->value(), 6.146);
+        QCOMPARE(instrument(Pressure)->value(), p);
+    }
+    click("lbmasa");  // so many grams
+    QCOMPARE(entry(Variable::Amount)->text().toDouble(), 0.25);
+    QVERIFY(instrument(Variable::Pressure)->value() < 0.6 * p);
+    click("lbmasa");
+    QCOMPARE(instrument(Variable::Pressure)->value(), p);
+    QCOMPARE(boxes(), 0U);
+}
+
+void tst_frmoperaciones::slot_0_of_another_window_changes_nothing() {
+    mild_state(Variable::Pressure);
+    const double before = instrument(Variable::Pressure)->value();
+    tavo::EquationSlot& shared = estado_->slot_table()[0];
+    shared = {};
+    shared.equation = tavo::EquationOfState::PengRobinson;
+    shared.gas_number = 7;
+    type(Variable::Temperature, "310");
+    QVERIFY(std::abs(instrument(Variable::Pressure)->value() / before - 310.0 / 300.0) < 1e-12);
+}
+
+void tst_frmoperaciones::gas_model_and_exponent_are_loaded() {
+    mild_state(Variable::Pressure);
+    const double ideal = instrument(Variable::Pressure)->value();
+    auto* gases = control<QComboBox>("cmbgas");
+    gases->setCurrentIndex(gases->findText("CO2 ", Qt::MatchStartsWith));
+    model(PENG_ROBINSON);
+    const double real = instrument(Variable::Pressure)->value();
+    QVERIFY(real < 0.999 * ideal && real > 0.98 * ideal);
+    QCOMPARE(boxes(), 0U);
+    model(VIRIAL);
+    QCOMPARE(boxes(), 1U);
+    QCOMPARE(last_message(), estado_->texto(87) + '\r' + estado_->texto(88) + '\r' + estado_->texto(89));
+    model(FREE_EXPONENT);
+    auto* mu = control<QLineEdit>("txtmu");
+    const QString before = mu->text();
+    mu->setFocus(Qt::TabFocusReason);
+    QTest::keyClicks(mu, "0.9");
+    QTest::keyClick(mu, Qt::Key_Return);
+    QCOMPARE(boxes(), 2U);
+    QCOMPARE(last_message(), estado_->texto(93));
+    QCOMPARE(mu->text(), before);
+    // A gas that is taken away leaves a window that can be used.
+    home_.write("data", "[general]\r\nn=0\r\n");
+    estado_->reload_gases();
+    QVERIFY(control<LineaEstado>("lbestado")->is_fault());
+    QCOMPARE(boxes(), 2U);
+    model(0);
+    QVERIFY(!control<LineaEstado>("lbestado")->is_fault());
+}
+
+void tst_frmoperaciones::a_window_of_a_small_screen_shows_everything() {
+    window_->resize(1366, 600);
+    QCoreApplication::processEvents();
+    for (const QScrollArea* area : window_->findChildren<QScrollArea*>())
+        QVERIFY(!area->horizontalScrollBar()->isVisible() && !area->verticalScrollBar()->isVisible());
+}
+
+QTEST_MAIN(tst_frmoperaciones)
+#include "tst_frmoperaciones.moc"
