@@ -243,16 +243,16 @@ void frmoperaciones::textos_instrumentos() {
             tip.arg(format(scale.minimum, "##0.00") + u' ' + unit, format(scale.maximum, "##0.00") + u' ' + unit));
     };
     const QString kelvin = QStringLiteral("ºK"), atmospheres = QStringLiteral("atm");
-    button(bttermometro, estado_.texto(670, QStringLiteral("Termómetro")),
+    button(bttermometro, estado_.texto(652, QStringLiteral("Termómetro")),
            estado_.texto(674, QStringLiteral("Mide la temperatura con el termómetro de mercurio, de %1 a %2")),
            Instrument::Thermometer, kelvin);
-    button(bttermopar, estado_.texto(671, QStringLiteral("Termopar")),
+    button(bttermopar, estado_.texto(653, QStringLiteral("Termopar")),
            estado_.texto(675, QStringLiteral("Mide la temperatura con el termopar, de %1 a %2")),
            Instrument::Thermocouple, kelvin);
-    button(btbarometro, estado_.texto(672, QStringLiteral("Barómetro")),
+    button(btbarometro, estado_.texto(654, QStringLiteral("Barómetro")),
            estado_.texto(676, QStringLiteral("Mide la presión con el barómetro de mercurio, de %1 a %2")),
            Instrument::Barometer, atmospheres);
-    button(btmanometro, estado_.texto(673, QStringLiteral("Manómetro")),
+    button(btmanometro, estado_.texto(655, QStringLiteral("Manómetro")),
            estado_.texto(677, QStringLiteral("Mide la presión con el manómetro, de %1 a %2")), Instrument::Manometer,
            atmospheres);
     for (Lamina* sheet : std::initializer_list<Lamina*>{piston_, termometros, barometros})
