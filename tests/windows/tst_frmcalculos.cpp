@@ -487,6 +487,10 @@ void tst_frmcalculos::a_changed_database_keeps_what_it_can() {
     estado_->reload_gases();
     QCOMPARE(control<QComboBox>("cmbgas")->currentIndex(), WATER - 1);
     QCOMPARE(text("txtpress"), pressure);
+    type("txta", "7.5");
+    estado_->reload_gases();
+    QCOMPARE(text("txta"), "7.50000");
+    click("btautomatico");
     // Without critical constants there is a sentence and no result; with another gas it goes on.
     QByteArray data = home_->read("data");
     const qsizetype section = data.indexOf("[G" + QByteArray::number(WATER) + "]");

@@ -14,8 +14,6 @@
 #include <utility>
 
 #include "controls/texto_estado.h"
-#include "core/gas_database.h"
-#include "core/numtext.h"
 #include "shell/textos.h"
 #include "windows/calc/presentar.h"
 
@@ -257,12 +255,6 @@ void frmcalculos::crear_avisos() {
             estado_.set_status(estado_.texto(554, QStringLiteral("Aquí solo cabe un número con punto decimal")), 5000);
         });
     connect(&estado_, &ApplicationState::calculation_mode_changed, this, &frmcalculos::modo_Change);
-    // The list loses its choice while the names are exchanged.
-    connect(estado_.gas_names(), &QAbstractItemModel::modelAboutToBeReset, this, [this] { cambiando_ = true; });
-    connect(estado_.gas_names(), &QAbstractItemModel::modelReset, this, [this] {
-        cambiando_ = false;
-        panel_->show_slot(ranura_);
-    });
     connect(&estado_, &ApplicationState::gases_changed, this, &frmcalculos::gases_Change);
 }
 
@@ -296,11 +288,8 @@ void frmcalculos::modo_Change(int mode) {
 void frmcalculos::gases_Change() {
     if (ranura_.gas_number > estado_.gas_count())
         ranura_.gas_number = 0;
-    try {
-        tavo::Global::load_slot(estado_.data(), ranura_, false);
-    } catch (const tavo::Error&) {
-        ranura_.gas = {};  // nothing of the gas before; the calculation says why
-    }
+    if (!ranura_.parameters)
+        cargar(ranura_.gas_number, ranura_.equation);
     panel_->show_slot(ranura_);
     if (salida_ || fallo_)
         calcular(Motivo::Otro);
@@ -330,8 +319,7 @@ void frmcalculos::btcalcular_Click() {
 }
 
 void frmcalculos::cmbgas_Click() {
-    if (!cambiando_)
-        elegir(panel_->gas(), ranura_.equation);
+    elegir(panel_->gas(), ranura_.equation);
 }
 
 void frmcalculos::cmbecu_Click() {

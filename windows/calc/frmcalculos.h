@@ -84,7 +84,6 @@ private:
     std::optional<calculos::Unsolvable> fallo_;
     QString dicho_;           // the last sentence about a refused entry that a box has told
     bool en_apuros_ = false;  // the main window's status line holds a failure of ours
-    bool cambiando_ = false;  // the names of the gases are being exchanged
 
     QScrollArea* desplazable_;
     QWidget* contenido_;
