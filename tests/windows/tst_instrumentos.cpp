@@ -255,7 +255,7 @@ void tst_instrumentos::a_change_leaves_nothing_behind() {
         QCoreApplication::processEvents();
         return banco_->screen()->grabWindow(banco_->winId()).toImage();
     };
-    for (const double part : {0.2, 0.7, 1.1, 0.9, -0.1, 0.0, 0.45, 0.451}) {
+    for (const double part : {0.2, 0.7, 1.1, -0.1, 0.9, -0.1, 0.0, 0.45, 0.451}) {
         instrument->set_value(minimum + part * (maximum - minimum));
         const QImage partly = screen();
         banco_->repaint();

@@ -55,11 +55,8 @@ void Instrumento::set_value(double value) {
     if (!std::isfinite(value) || value == value_)
         return;
     const double from = place();
-    const bool was_pinned = pinned();
     value_ = value;
     update(between(from, place()).toAlignedRect());
-    if (was_pinned != pinned() || (pinned() && from != place()))
-        update();  // the mark at the scale's end
     emit value_changed();
     if (QAccessible::isActive()) {
         QAccessibleValueChangeEvent event(this, value);

@@ -110,7 +110,7 @@ protected:
 
 private:
     QPixmap still_;
-    bool pinned_ = false;
+    int beyond_ = 0;  // -1 and 1: the value drawn lies below, above the scale
 };
 
 /// The cylinder `pctpiston` with its piston (lines piston1, piston2, pistonn) and the gas in it.

@@ -19,6 +19,13 @@ constexpr QColor EDGE(168, 173, 179);
 constexpr QSize SMALLEST(150, 220);
 constexpr QSize PREFERRED(260, 420);
 
+/// -1 and 1: the value lies below, above the scale.
+int side(const Instrumento& instrument) {
+    if (!instrument.pinned())
+        return 0;
+    return instrument.value() > laboratorio::scale(instrument.kind()).maximum ? 1 : -1;
+}
+
 }  // namespace
 
 Lamina::Lamina(QWidget* padre) : QFrame(padre) {
@@ -49,9 +56,9 @@ QRectF Lamina::paper() const {
 void Lamina::adopt(Instrumento* instrument, const char* name) {
     instrument->setObjectName(QLatin1String(name));
     connect(instrument, &Instrumento::value_changed, this, [this, instrument] {
-        if (instrument == in_use() && instrument->pinned() != pinned_) {
-            pinned_ = instrument->pinned();
-            update();
+        if (instrument == in_use() && side(*instrument) != beyond_) {
+            beyond_ = side(*instrument);
+            update();  // with the instrument, which marks its scale's end
         }
     });
 }
@@ -96,7 +103,7 @@ void Lamina::renew() {
         label->resize(label->sizeHint());
     }
     arrange();
-    pinned_ = in_use()->pinned();
+    beyond_ = side(*in_use());
     still_ = {};
     update();
 }
@@ -129,14 +136,12 @@ void Lamina::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.drawPixmap(0, 0, still_);
     painter.setRenderHint(QPainter::Antialiasing);
-    const Instrumento* instrument = in_use();
-    if (instrument->pinned()) {
-        const bool above = instrument->value() > laboratorio::scale(instrument->kind()).maximum;
+    if (const int at = side(*in_use()); at != 0) {
         painter.setPen(Qt::NoPen);
         painter.setBrush(dibujo::WARNING);
-        painter.drawPolygon(dibujo::arrow(beyond(above), above ? 0.0 : 180.0, ARROW));
+        painter.drawPolygon(dibujo::arrow(beyond(at > 0), at > 0 ? 0.0 : 180.0, ARROW));
     }
-    if (instrument->hasFocus()) {
+    if (in_use()->hasFocus()) {
         painter.setPen(QPen(palette().color(QPalette::Highlight), 2.0));
         painter.setBrush(Qt::NoBrush);
         painter.drawRoundedRect(QRectF(rect()).adjusted(1.0, 1.0, -1.0, -1.0), RADIUS, RADIUS);
