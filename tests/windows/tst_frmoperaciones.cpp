@@ -500,6 +500,14 @@ void tst_frmoperaciones::gas_model_and_exponent_are_loaded() {
     const double real = instrument(Variable::Pressure)->value();
     QVERIFY(real < 0.999 * ideal && real > 0.98 * ideal);
     QCOMPARE(boxes(), 0U);
+    // A coefficient counts although its box still has the focus.
+    auto* b = control<QLineEdit>("txtb");
+    b->setFocus(Qt::TabFocusReason);
+    QTest::keyClicks(b, "2");
+    QTest::mouseClick(control<UpDown>(SPINS[at(Variable::Temperature)])->findChildren<QToolButton*>().front(),
+                      Qt::LeftButton);
+    QVERIFY(instrument(Variable::Pressure)->value() > 1.05 * ideal);  // 0.25 mol of it take up half a litre
+    QCOMPARE(boxes(), 0U);
     model(VIRIAL);
     QCOMPARE(boxes(), 1U);
     QCOMPARE(last_message(), estado_->texto(87) + '\r' + estado_->texto(88) + '\r' + estado_->texto(89));

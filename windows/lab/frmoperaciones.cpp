@@ -1,5 +1,6 @@
 #include "windows/lab/frmoperaciones.h"
 
+#include <QApplication>
 #include <QButtonGroup>
 #include <QCloseEvent>
 #include <QHBoxLayout>
@@ -70,6 +71,17 @@ int caption_number(Variable variable) {
     return 70 + static_cast<int>(variable);
 }
 
+/// The button of the instrument in use stands out in every style and palette.
+void mark_choice(QToolButton* button) {
+    QPalette ink = QApplication::palette(button);
+    if (button->isChecked())
+        for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+            ink.setColor(group, QPalette::Button, ink.color(QPalette::Active, QPalette::Highlight));
+            ink.setColor(group, QPalette::ButtonText, ink.color(QPalette::Active, QPalette::HighlightedText));
+        }
+    button->setPalette(ink);
+}
+
 /// While it lives, slot 0 of the table is the window's own.
 class RanuraPropia {
 public:
@@ -130,6 +142,7 @@ QWidget* frmoperaciones::crear_columna(QWidget* padre) {
     filas_ = new FilasEstado(texto(), estado_.slot_table(), column);
     lbestado = new LineaEstado(STATE_LINES, column);
     lbestado->setObjectName(QStringLiteral("lbestado"));
+    lbestado->setAccessibleName(estado_.texto(623, QStringLiteral("Estado")));
     lines->addWidget(panel_);
     lines->addWidget(filas_);
     lines->addWidget(lbestado);
@@ -169,7 +182,7 @@ QWidget* frmoperaciones::crear_estacion(QWidget* cabecera, Lamina* marco, QWidge
     column->setSpacing(GAP);
     column->addWidget(cabecera);
     column->addWidget(marco, 1);
-    cabecera->setFixedHeight(bttermometro ? bttermometro->sizeHint().height() : cabecera->sizeHint().height());
+    cabecera->setFixedHeight(bttermometro->sizeHint().height());
     return station;
 }
 
@@ -186,6 +199,7 @@ QWidget* frmoperaciones::crear_eleccion(QToolButton*& one, const char* one_name,
         made->setCheckable(true);
         made->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
         made->setFocusPolicy(Qt::StrongFocus);
+        connect(made, &QToolButton::toggled, made, [made] { mark_choice(made); });
         group->addButton(made);
         row->addWidget(made);
         return made;
@@ -296,6 +310,7 @@ template <class Change>
 void frmoperaciones::cambiar(Ocasion ocasion, Change&& change) {
     if (estado_.calculating)
         return;
+    toma_caja_de_coeficientes();
     {
         const RanuraPropia own(estado_.slot_table(), ranura_);
         const QScopedValueRollback calculating(estado_.calculating, true);
@@ -304,6 +319,14 @@ void frmoperaciones::cambiar(Ocasion ocasion, Change&& change) {
     }
     muestra_estado();
     muestra_cajas();
+}
+
+/// A coefficient that is being typed counts, although its box has not been left: spin buttons and unit labels take no
+/// focus.
+void frmoperaciones::toma_caja_de_coeficientes() {
+    auto* box = qobject_cast<EntradaNumerica*>(focusWidget());
+    if (box && panel_->isAncestorOf(box))
+        emit box->LostFocus();
 }
 
 void frmoperaciones::muestra_ranura() {
@@ -444,6 +467,13 @@ void frmoperaciones::instrumento_MouseUp() {
         if (std::exchange(one.pending, false))
             cajas_ << one.sentence;
     muestra_cajas();
+}
+
+void frmoperaciones::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && btmanometro)
+        for (QToolButton* button : {bttermometro, bttermopar, btbarometro, btmanometro})
+            mark_choice(button);
 }
 
 bool frmoperaciones::eventFilter(QObject* watched, QEvent* event) {

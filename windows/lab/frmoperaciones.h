@@ -30,6 +30,7 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -80,6 +81,7 @@ private:
     // The state and its instruments
     template <class Change>
     void cambiar(Ocasion ocasion, Change&& change);
+    void toma_caja_de_coeficientes();
     void elegir();
     void muestra_ranura();
     void elegir_termometro(bool thermocouple);
@@ -119,7 +121,7 @@ private:
     MarcoPiston* piston_;
     MarcoTermometros* termometros;
     MarcoBarometros* barometros;
-    QToolButton *bttermometro, *bttermopar, *btbarometro, *btmanometro;
+    QToolButton *bttermometro = nullptr, *bttermopar = nullptr, *btbarometro = nullptr, *btmanometro = nullptr;
 
     tavo::EquationSlot ranura_;    // this window's slot 0 between its uses
     tavo::EquationSlot mostrada_;  // as the panel shows it
