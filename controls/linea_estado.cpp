@@ -47,8 +47,9 @@ void LineaEstado::show_text(const QString& text, bool fault) {
         setPlainText(text);
 }
 
+/// With the pixel: a plain text edit scrolls where its text fills it exactly.
 void LineaEstado::fit() {
-    const double text = lines_ * fontMetrics().lineSpacing() + 2.0 * document()->documentMargin();
+    const double text = lines_ * fontMetrics().lineSpacing() + 2.0 * document()->documentMargin() + 1.0;
     setFixedHeight(static_cast<int>(std::ceil(text)) + 2 * frameWidth());
 }
 

@@ -1,7 +1,9 @@
 // The sentences about a calculation, in the literals of the code.
 
+#include <QScrollBar>
 #include <QTest>
 
+#include "controls/linea_estado.h"
 #include "controls/texto_estado.h"
 
 namespace {
@@ -35,6 +37,7 @@ private slots:
     void withoutCoexistence();
     void failure_data();
     void failure();
+    void theLineHoldsAsManyLinesAsItIsMadeFor();
 };
 
 void tst_texto_estado::state_data() {
@@ -100,5 +103,14 @@ void tst_texto_estado::failure() {
     QCOMPARE(texto_fallo(LITERALS, error, QStringLiteral("cm³")), sentence);
 }
 
-QTEST_APPLESS_MAIN(tst_texto_estado)
+void tst_texto_estado::theLineHoldsAsManyLinesAsItIsMadeFor() {
+    LineaEstado line(6);
+    line.show();
+    for (const auto& [lines, scrolls] : {std::pair{6, false}, std::pair{7, true}}) {
+        line.set_outcome(QStringList(lines, QStringLiteral("Gas.")).join(u'\n'));
+        QCOMPARE(line.verticalScrollBar()->maximum() > 0, scrolls);
+    }
+}
+
+QTEST_MAIN(tst_texto_estado)
 #include "tst_texto_estado.moc"
