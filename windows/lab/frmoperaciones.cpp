@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QButtonGroup>
-#include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QScopedValueRollback>
 #include <QScrollArea>
@@ -22,7 +21,7 @@ using calculos::VARIABLES;
 namespace {
 
 constexpr int INFORMATION = 64;
-constexpr int STATE_LINES = 6;
+constexpr int STATE_LINES = 8;
 constexpr int COLUMN_WIDTH = 320;
 constexpr int MARGIN = 12, GAP = 6;
 constexpr const char* INSTRUMENT_PATTERN = "###0.00";
@@ -273,7 +272,7 @@ void frmoperaciones::textos_instrumentos() {
         sheet->set_texts(texto());
 }
 
-// ---- Load and unload
+// ---- Load
 
 void frmoperaciones::Form_Load() {
     setWindowTitle(sin_mnemonico(estado_.texto(21)));
@@ -292,15 +291,6 @@ void frmoperaciones::Form_Load() {
         muestra_ranura();
         elegir();
     });
-}
-
-void frmoperaciones::Form_Unload() {
-    estado_.set_status(QString());
-}
-
-void frmoperaciones::closeEvent(QCloseEvent* event) {
-    Form_Unload();
-    event->accept();
 }
 
 // ---- One change of the state
@@ -414,8 +404,10 @@ void frmoperaciones::unidad_Click(Variable variable) {
         return cambiar(Ocasion::Decision, [this] { calcular_y_dibujar(); });
     pronuncia(variable);
     if (salida_)
-        lbestado->set_outcome(texto_estado(texto(), *salida_, estado_.slot_table(), filas_->unit(Variable::Volume),
-                                           filas_->unit(Variable::Pressure)));
+        describe();
+    else if (fallo_)
+        fracasa(texto_fallo(texto(), *fallo_, filas_->unit(Variable::Volume)));
+    muestra_estado();
 }
 
 void frmoperaciones::elegir_termometro(bool thermocouple) {
@@ -494,12 +486,12 @@ bool frmoperaciones::spin_held() const {
 
 void frmoperaciones::calcular() {
     salida_.reset();
+    fallo_.reset();
     rechazada_.reset();
     if (!valida(Variable::Amount))
         return;
     if (!completa())
-        return lbestado->set_fault(
-            estado_.texto(679, QStringLiteral("Faltan datos: escriba las otras dos variables.")));
+        return fracasa(estado_.texto(679, QStringLiteral("Faltan datos: escriba las otras dos variables.")));
     for (const Variable given : given_for(filas_->unknown()))
         if (!valida(given))
             return;
@@ -524,7 +516,7 @@ bool frmoperaciones::valida(Variable variable) {
     const QString limit = QString::fromStdString(tavo::to_text(refusal->limit));
     const QString sentence = estado_.texto(refusal->text) + u' ' + limit + u' ' + filas_->unit(variable);
     rechazada_ = variable;
-    lbestado->set_fault(sentence);
+    fracasa(sentence);
     avisa(variable, refusal->text, sentence);
     return false;
 }
@@ -542,10 +534,10 @@ void frmoperaciones::resolver() {
                            unknown == Variable::Temperature ? "####0.00" : "####0.0000");
         if (coefficients(ranura()) != coefficients(mostrada_))  // the panel repaints much
             muestra_ranura();
-        lbestado->set_outcome(texto_estado(texto(), *salida_, estado_.slot_table(), filas_->unit(Variable::Volume),
-                                           filas_->unit(Variable::Pressure)));
+        describe();
     } catch (const Unsolvable& fault) {
-        lbestado->set_fault(texto_fallo(texto(), fault, filas_->unit(Variable::Volume)));
+        fallo_ = fault;
+        fracasa(texto_fallo(texto(), fault, filas_->unit(Variable::Volume)));
     }
 }
 
@@ -578,7 +570,7 @@ Instrumento* frmoperaciones::instrumento(Variable variable) const {
 /// From the entry into the state and onto the instrument in use; outside its scale it stands at the nearer limit.
 void frmoperaciones::actualiza(Variable variable) {
     if (filas_->entry(variable)->text().isEmpty())
-        return;
+        return sin_aviso(variable);
     const double value = filas_->value(variable);
     if (variable == Variable::Temperature && value > 0.0)
         ranura().temperature = value;  // the next calculation loads the coefficients for it
@@ -629,15 +621,26 @@ void frmoperaciones::sin_aviso(Variable variable) {
     aviso(variable) = {};
 }
 
-/// Values outside their scales stay in the status line for as long as they are.
+void frmoperaciones::describe() {
+    frase_ = texto_estado(texto(), *salida_, estado_.slot_table(), filas_->unit(Variable::Volume),
+                          filas_->unit(Variable::Pressure));
+}
+
+void frmoperaciones::fracasa(const QString& sentence) {
+    salida_.reset();
+    frase_ = sentence;
+}
+
+/// What the calculation says, and which values are outside their scales, for as long as they are.
 void frmoperaciones::muestra_estado() {
-    QStringList sentences;
+    QStringList sentences(frase_);
     for (const Aviso& one : avisos_)
-        if (one.number >= 90)
+        if (!one.sentence.isEmpty() && one.sentence != frase_)
             sentences << one.sentence;
-    const QString outside = sentences.join(u' ');
-    if (std::exchange(fuera_, outside) != outside)
-        estado_.set_status(outside);
+    if (salida_)
+        lbestado->set_outcome(sentences.join(u'\n'));
+    else
+        lbestado->set_fault(sentences.join(u'\n'));
 }
 
 void frmoperaciones::muestra_cajas() {

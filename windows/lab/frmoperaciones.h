@@ -29,7 +29,6 @@ public:
     QSize sizeHint() const override;
 
 protected:
-    void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -60,7 +59,6 @@ private:
 
     // Handlers
     void Form_Load();
-    void Form_Unload();
     void cmbgas_Click();
     void cmbecu_Click();
     void gases_Change();
@@ -105,6 +103,8 @@ private:
     // Messages
     void avisa(Variable variable, int number, const QString& sentence);
     void sin_aviso(Variable variable);
+    void describe();
+    void fracasa(const QString& sentence);
     void muestra_estado();
     void muestra_cajas();
     bool spin_held() const;
@@ -127,8 +127,9 @@ private:
     tavo::EquationSlot mostrada_;  // as the panel shows it
     Ocasion ocasion_ = Ocasion::Opening;
     std::optional<calculos::Output> salida_;
+    std::optional<calculos::Unsolvable> fallo_;
     std::optional<Variable> rechazada_;  // entry that the last calculation refused
     std::array<Aviso, 4> avisos_;        // by variable
     QStringList cajas_;                  // boxes at the end of the change under way
-    QString fuera_;                      // what the status line says of values outside the scales
+    QString frase_;                      // what the last calculation says
 };
