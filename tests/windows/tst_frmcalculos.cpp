@@ -1,6 +1,9 @@
 // The calculations window, driven by keys and clicks.
 
 #include <QClipboard>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPointer>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
@@ -63,6 +66,7 @@ private slots:
     void without_coexistence_the_six_boxes_say_so();
     void the_enthalpy_waits_for_digits_of_the_pressure();
     void an_entry_that_is_too_small_is_refused_once();
+    void the_button_leaves_the_focus_in_its_entry();
     void a_negative_result_that_becomes_given_is_refused_once();
     void the_virial_equation_brings_its_notice();
     void the_unknown_follows_the_markers();
@@ -77,10 +81,7 @@ private slots:
 
 private:
     frmcalculos* open(int mode = 0);
-    void close() {
-        delete window_;
-        window_ = nullptr;
-    }
+    void close() { delete window_.data(); }
     template <class Control = QLineEdit>
     Control* control(const char* name) const {
         auto* found = window_->findChild<Control*>(QLatin1String(name));
@@ -116,7 +117,7 @@ private:
     std::unique_ptr<HogarTemporal> home_;
     MensajesPrueba messages_;
     std::unique_ptr<ApplicationState> estado_;
-    frmcalculos* window_ = nullptr;
+    QPointer<frmcalculos> window_;
     QStringList status_;
 };
 
@@ -307,6 +308,25 @@ void tst_frmcalculos::an_entry_that_is_too_small_is_refused_once() {
         QCOMPARE(messages_.vistos.size(), 4U);
         close();
     }
+}
+
+void tst_frmcalculos::the_button_leaves_the_focus_in_its_entry() {
+    open();
+    QMdiArea area;  // whose frames take the focus at a click
+    area.addSubWindow(window_)->showMaximized();
+    area.resize(1200, 500);
+    area.show();
+    area.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&area));
+    auto* entry = control<>("txttemp");
+    QTest::mouseClick(entry, Qt::LeftButton);
+    QTest::keyClicks(entry, "0");
+    QTest::mousePress(control<QWidget>("btcalcular"), Qt::LeftButton);
+    QVERIFY(entry->hasFocus() && messages_.vistos.empty());
+    QTest::mouseRelease(control<QWidget>("btcalcular"), Qt::LeftButton);
+    QCOMPARE(messages_.vistos.size(), 1U);
+    QVERIFY(entry->hasFocus());
+    close();
 }
 
 void tst_frmcalculos::a_negative_result_that_becomes_given_is_refused_once() {

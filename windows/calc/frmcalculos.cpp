@@ -1,5 +1,6 @@
 #include "windows/calc/frmcalculos.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QMdiArea>
@@ -132,6 +133,12 @@ frmcalculos::frmcalculos(ApplicationState& estado, Mensajes& mensajes, QWidget* 
     Form_Load();
 }
 
+frmcalculos::~frmcalculos() {
+    // The focus wanders while the children go, and entries that it leaves speak.
+    for (QObject* speaker : std::initializer_list<QObject*>{qApp, filas_, panel_})
+        speaker->disconnect(this);
+}
+
 // ---- Layout
 
 QGroupBox* frmcalculos::crear_grupo(QLabel* heading, QWidget* body) {
@@ -254,6 +261,11 @@ void frmcalculos::crear_avisos() {
         connect(box, &QLineEdit::inputRejected, this, [this] {
             estado_.set_status(estado_.texto(554, QStringLiteral("Aquí solo cabe un número con punto decimal")), 5000);
         });
+    // A click on what takes no focus, such as the button, leaves it where it is: the frame around would take it.
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
+        if (now && contenido_->isAncestorOf(now))
+            contenido_->setFocusProxy(now);
+    });
     connect(&estado_, &ApplicationState::calculation_mode_changed, this, &frmcalculos::modo_Change);
     connect(&estado_, &ApplicationState::gases_changed, this, &frmcalculos::gases_Change);
 }
@@ -390,10 +402,10 @@ void frmcalculos::tabla_Click(bool unfolded) {
 // ---- The calculation
 
 void frmcalculos::calcular(Motivo motivo) {
+    tomada_ = validar(motivo);
     const QScopedValueRollback calculating(estado_.calculating, true);
     filas_->set_silent(true);
     const auto listening = qScopeGuard([this] { filas_->set_silent(false); });
-    tomada_ = validar(motivo);
     if (tomada_)
         resolver();
     panel_->show_slot(ranura_);

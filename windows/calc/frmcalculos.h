@@ -26,6 +26,7 @@ class frmcalculos : public QWidget {
     Q_OBJECT
 public:
     frmcalculos(ApplicationState& estado, Mensajes& mensajes, QWidget* padre = nullptr);
+    ~frmcalculos() override;
 
     QSize sizeHint() const override;
 
