@@ -1,4 +1,4 @@
-// Dragging in the laboratory: from a move of the mouse to all instruments painted anew, and the calculation alone.
+// Dragging in the laboratory: from a move of the mouse to all instruments painted anew.
 // Offscreen, raster; with QT_SCALE_FACTOR=2 in the environment at a device pixel ratio of 2.
 
 #include <QApplication>
