@@ -88,4 +88,12 @@ std::optional<Spinodals> spinodals(const EquationSlot& slot, double t);
 /// Bisection between the turning points of the isotherm: it always ends, and throws nothing.
 std::vector<double> volume_roots(const EquationSlot& slot, double t, double p);
 
+/// Critical point that the model itself has with the slot's coefficients.
+struct CriticalPoint {
+    double t, v, p;  // K, l/mol, atm
+};
+/// From the coefficients alone, not from the record's critical constants; those only tell how automatic coefficients of
+/// models 5, 7 and 8 follow the temperature. Empty where the model has none (ideal gas, coefficients without a loop).
+std::optional<CriticalPoint> critical_point(const EquationSlot& slot);
+
 }  // namespace tavo::calcnum

@@ -16,6 +16,13 @@ std::int16_t gas_count(const confreg::Text& data);
 /// Names of gases 1..count in one pass ("" for a gas without a section or a name).
 std::vector<std::string> gas_names(const confreg::Text& data, std::int16_t count);
 
+/// Number of a gas after gas `removed` was deleted; 0 for that gas itself.
+constexpr std::int16_t renumbered(std::int16_t number, std::int16_t removed) {
+    if (number == removed)
+        return 0;
+    return static_cast<std::int16_t>(number > removed ? number - 1 : number);
+}
+
 /// Loads gas `gas` for model `equation` into `record`.
 /// Name and critical constants are always read; zc = pc vc / (R tc), or -1 for an unknown vc. The coefficients are
 /// read, and each one stored as -1 derived from the critical constants, when the model is not 0 and (reload or not

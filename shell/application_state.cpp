@@ -139,6 +139,21 @@ void ApplicationState::reload_gases() {
     emit gases_changed();
 }
 
+void ApplicationState::edit_gases(const std::function<void(tavo::confreg::Text&)>& edits) {
+    tavo::confreg::edit(data_path(), site(), edits);
+    reload_gases();
+}
+
+void ApplicationState::remove_gas(std::int16_t number, const std::function<void(tavo::confreg::Text&)>& edits) {
+    tavo::confreg::edit(data_path(), site(), edits);
+    for (int i = 0; i < tavo::SlotTable::size; ++i) {
+        std::int16_t& held = impl_->slot_table[i].gas_number;
+        held = tavo::Global::renumbered(held, number);
+    }
+    emit gas_removed(number);
+    reload_gases();
+}
+
 AmountUnit ApplicationState::amount_unit() const {
     return impl_->unit;
 }

@@ -78,6 +78,12 @@ public:
     QAbstractItemModel* gas_names() const;
     /// After the database was written: reads it again and announces it.
     void reload_gases();
+    /// The one writer of the database: applies the edits to its text, rewrites it once, reads the gases again. Throws
+    /// as confreg::edit; nothing has changed then.
+    void edit_gases(const std::function<void(tavo::confreg::Text&)>& edits);
+    /// As edit_gases for the deletion of gas `number`: before the gases are announced, slots that held it hold none and
+    /// those that held a later one follow it to its new number; gas_removed tells the windows the same.
+    void remove_gas(std::int16_t number, const std::function<void(tavo::confreg::Text&)>& edits);
 
     // Conditions and plot
     AmountUnit amount_unit() const;
@@ -112,6 +118,7 @@ public:
 signals:
     void languages_changed();
     void gases_changed();
+    void gas_removed(std::int16_t number);  // before gases_changed; numbers above it are one less now
     void amount_unit_changed(AmountUnit unit);
     void slot_changed(int slot);          // somebody else changed a slot that a window shows
     void plot_window_changed(bool open);  // the plot window was opened or closed
