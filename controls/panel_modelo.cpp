@@ -8,22 +8,14 @@
 #include <QVBoxLayout>
 #include <QWheelEvent>
 
-#include <initializer_list>
-#include <span>
+#include <optional>
 
 #include "core/models.h"
-#include "core/numtext.h"
 
 namespace {
 
 constexpr int SPACING = 6;
 constexpr int SHORTEST_LIST = 16;  // characters, where the window is too narrow for the whole texts
-constexpr std::array PATTERNS{"####0.00000", "####0.00000", "####0.000000", "####0.000000"};
-constexpr const char* MU_PATTERN = "####0.0000";
-
-QString text_of(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 /// Chooses nothing when the wheel merely scrolls past it; shows whole texts, though it is narrow.
 class ListaModelos final : public QComboBox {
@@ -45,26 +37,10 @@ protected:
     }
 };
 
-QString all_digits(double value) {
-    return QString::fromStdString(tavo::to_text(value));
-}
-
 void keep_place(QWidget* control) {
     QSizePolicy policy = control->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     control->setSizePolicy(policy);
-}
-
-std::span<const tavo::CoefficientText> texts_of(tavo::EquationOfState model) {
-    const tavo::Model* row = tavo::find_model(model);
-    return row ? row->texts : std::span<const tavo::CoefficientText>();
-}
-
-/// Unit of a coefficient. That of a in model 6 depends on mu, and needs raised type.
-QString unit_of(tavo::EquationOfState model, std::size_t i) {
-    if (model == tavo::EquationOfState::FreeExponent && i == 0)
-        return QStringLiteral("l<sup>µ</sup> atm / mol<sup>µ</sup>");
-    return text_of(texts_of(model)[i].unit);
 }
 
 /// Whether the loader has filled the record or the user its coefficients.
@@ -138,25 +114,11 @@ void PanelModelo::make_rows() {
     header->addWidget(Label5, 1);
     column->addLayout(header);
 
-    auto* grid = new QGridLayout;
-    grid->setHorizontalSpacing(2 * SPACING);
-    grid->setVerticalSpacing(SPACING);
-    grid->setColumnStretch(0, 1);
-    grid->setColumnStretch(1, 1);
-    column->addLayout(grid);
-    rows_ = {make_row(grid, 0, 0, "txta", "lba", "lbunita"), make_row(grid, 0, 1, "txtb", "lbb", "lbunitb"),
-             make_row(grid, 1, 0, "txtc", "lbc", "lbunitc"), make_row(grid, 1, 1, "txtd", "lbd", "lbunitd")};
-    mu_row_ = make_row(grid, 1, 0, "txtmu", "lbmu", nullptr);  // no model has both mu and a third coefficient
-    mu_row_.name->setText(QStringLiteral("µ"));
-    mu_row_.box->setAccessibleName(QStringLiteral("µ"));
-    mu_row_.name->setToolTip(texto_(644, QStringLiteral("Exponente de la atracción")));
-    Label5->setBuddy(rows_[0].box);
-    for (Row& row : rows_) {
-        connect(row.box, &EntradaNumerica::LostFocus, this, [this, &row] { coefficient_LostFocus(row); });
-        connect(row.box, &QLineEdit::returnPressed, this, [this, &row] { coefficient_LostFocus(row); });
-    }
-    connect(mu_row_.box, &EntradaNumerica::LostFocus, this, &PanelModelo::txtmu_LostFocus);
-    connect(mu_row_.box, &QLineEdit::returnPressed, this, &PanelModelo::txtmu_LostFocus);
+    cajas_ = new CajasCoeficientes(CajasCoeficientes::Rotulos::Apart, texto_, this);
+    column->addWidget(cajas_);
+    Label5->setBuddy(cajas_->box(0));
+    connect(cajas_, &CajasCoeficientes::edited, this, &PanelModelo::coefficients_edited);
+    connect(cajas_, &CajasCoeficientes::mu_edited, this, &PanelModelo::mu_edited);
 
     btautomatico = new QPushButton(texto_(640, QStringLiteral("Automáticos")), this);
     btautomatico->setObjectName(QStringLiteral("btautomatico"));
@@ -166,34 +128,6 @@ void PanelModelo::make_rows() {
     keep_place(btautomatico);
     header->addWidget(btautomatico);
     connect(btautomatico, &QPushButton::clicked, this, &PanelModelo::btautomatico_Click);
-}
-
-PanelModelo::Row PanelModelo::make_row(QGridLayout* grid, int row, int column, const char* box, const char* name,
-                                       const char* unit) {
-    Row made{};
-    made.box = new EntradaNumerica(this);
-    made.box->setObjectName(QLatin1String(box));
-    made.box->setMinimumWidth(made.box->fontMetrics().horizontalAdvance(QStringLiteral("00000.000000")));
-    made.box->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    made.name = new QLabel(this);
-    made.name->setObjectName(QLatin1String(name));
-    made.name->setBuddy(made.box);
-    made.unit = new QLabel(this);
-    if (unit)
-        made.unit->setObjectName(QLatin1String(unit));
-    made.unit->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    auto* caption = new QHBoxLayout;
-    caption->setSpacing(SPACING);
-    caption->addWidget(made.name);
-    caption->addWidget(made.unit, 1);
-    auto* cell = new QVBoxLayout;
-    cell->setSpacing(2);
-    cell->addLayout(caption);
-    cell->addWidget(made.box);
-    grid->addLayout(cell, row, column);
-    for (QWidget* control : std::initializer_list<QWidget*>{made.box, made.name, made.unit})
-        keep_place(control);
-    return made;
 }
 
 // ---- Slot and controls
@@ -207,114 +141,39 @@ tavo::EquationOfState PanelModelo::model() const {
 }
 
 std::array<double, 4> PanelModelo::coefficients() const {
-    std::array<double, 4> values{};
-    const std::size_t shown = texts_of(model()).size();
-    for (std::size_t i = 0; i < shown; ++i)
-        values[i] = rows_[i].box->value();
-    return values;
+    return cajas_->coefficients();
 }
 
 double PanelModelo::mu() const {
-    return mu_row_.box->value();
+    return cajas_->mu();
 }
 
 void PanelModelo::show_slot(const tavo::EquationSlot& slot) {
     const QScopedValueRollback writing(showing_, true);
     if (slot.gas_number != shown_gas_ || slot.equation != shown_model_)
-        forget_edits();
+        cajas_->forget_edits();
     shown_gas_ = slot.gas_number;
     shown_model_ = slot.equation;
     if (cmbgas->currentIndex() != slot.gas_number - 1)  // a name that is being typed stays
         cmbgas->set_silently(slot.gas_number - 1);
     cmbecu->setCurrentIndex(static_cast<int>(slot.equation));
     imgformula->set_model(slot.equation);
-    show_labels();
-    show_by_hand(slot.parameters);
-    const std::array values{slot.gas.a, slot.gas.b, slot.gas.c, slot.gas.d};
-    for (std::size_t i = 0; i < rows_.size(); ++i) {
-        if (has_coefficients(slot) && i < texts_of(slot.equation).size())
-            show_value(rows_[i], values[i], PATTERNS[i]);
-        else
-            show_text(rows_[i], QString(), 0.0);
-    }
-    show_value(mu_row_, slot.mu, MU_PATTERN);
-    show_hints(slot.parameters);
+    std::optional<CajasCoeficientes::Coefficients> values;
+    if (has_coefficients(slot))
+        values = {slot.gas.a, slot.gas.b, slot.gas.c, slot.gas.d};
+    cajas_->update_values(slot.equation, values, slot.mu);
+    show_by_hand(slot);
 }
 
-void PanelModelo::show_labels() {
-    const auto texts = texts_of(shown_model_);
-    const QString acentric = texto_(643, QStringLiteral("Factor acéntrico"));
-    for (std::size_t i = 0; i < rows_.size(); ++i) {
-        const Row& row = rows_[i];
-        const bool used = i < texts.size();
-        for (QWidget* control : std::initializer_list<QWidget*>{row.box, row.name, row.unit})
-            control->setVisible(used);
-        if (!used)
-            continue;
-        row.name->setText(text_of(texts[i].name));
-        row.unit->setText(unit_of(shown_model_, i));
-        row.name->setToolTip(texts[i].name == "w" ? acentric : QString());
-        row.box->setAccessibleName(text_of(texts[i].label));
-    }
-    const bool exponent = shown_model_ == tavo::EquationOfState::FreeExponent;
-    mu_row_.box->setVisible(exponent);
-    mu_row_.name->setVisible(exponent);
-    Label5->setVisible(!texts.empty());
-    btautomatico->setVisible(!texts.empty());
-}
-
-void PanelModelo::show_by_hand(bool by_hand) {
-    for (const Row& row : rows_) {
-        QFont font = row.box->font();
-        font.setItalic(by_hand);
-        row.box->setFont(font);
-    }
-    if (!by_hand && btautomatico->hasFocus())
-        rows_[0].box->setFocus();  // a button that is switched off would hand the focus to anything
-    btautomatico->setEnabled(by_hand);
-}
-
-void PanelModelo::show_hints(bool by_hand) {
-    const QString warning =
-        by_hand ? '\n' + texto_(642, QStringLiteral("Coeficientes puestos a mano: no siguen a la temperatura"))
-                : QString();
-    for (const Row& row : rows_)
-        row.box->setToolTip(row.known_text.isEmpty() ? QString() : all_digits(row.known_value) + warning);
-    mu_row_.box->setToolTip(all_digits(mu_row_.known_value));
-}
-
-void PanelModelo::show_value(Row& row, double value, const char* pattern) {
-    show_text(row, QString::fromStdString(tavo::Format(value, pattern)), value);
-}
-
-void PanelModelo::show_text(Row& row, const QString& text, double value) {
-    if (is_edited(row))
-        return;
-    row.box->set_exact(value, text);
-    row.known_text = row.box->text();  // the box may be too short for it
-    row.known_value = value;
-    if (row.box->hasFocus())
-        row.box->selectAll();
-}
-
-bool PanelModelo::is_edited(const Row& row) {
-    return row.box->text() != row.known_text;
-}
-
-bool PanelModelo::take_edit(Row& row) {
-    if (!is_edited(row)) {
-        row.box->set_exact(row.known_value, row.known_text);  // the same text typed anew stands for the whole value
-        return false;
-    }
-    row.known_text = row.box->text();
-    row.known_value = row.box->value();
-    return true;
-}
-
-void PanelModelo::forget_edits() {
-    for (Row& row : rows_)
-        row.known_text = row.box->text();
-    mu_row_.known_text = mu_row_.box->text();
+void PanelModelo::show_by_hand(const tavo::EquationSlot& slot) {
+    const tavo::Model* model = tavo::find_model(slot.equation);
+    const bool has_boxes = model && !model->texts.empty();
+    Label5->setVisible(has_boxes);
+    btautomatico->setVisible(has_boxes);
+    cajas_->set_by_hand(slot.parameters);
+    if (!slot.parameters && btautomatico->hasFocus())
+        cajas_->box(0)->setFocus();  // a button that is switched off would hand the focus to anything
+    btautomatico->setEnabled(slot.parameters);
 }
 
 // ---- What the user does
@@ -329,17 +188,7 @@ void PanelModelo::cmbecu_Click() {
         emit model_chosen();
 }
 
-void PanelModelo::coefficient_LostFocus(Row& row) {
-    if (take_edit(row))
-        emit coefficients_edited();
-}
-
-void PanelModelo::txtmu_LostFocus() {
-    if (take_edit(mu_row_))
-        emit mu_edited();
-}
-
 void PanelModelo::btautomatico_Click() {
-    forget_edits();
+    cajas_->forget_edits();
     emit automatic_wanted();
 }

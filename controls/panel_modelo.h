@@ -10,13 +10,11 @@
 #include <array>
 #include <cstdint>
 
-#include "controls/entrada_numerica.h"
+#include "controls/cajas_coeficientes.h"
 #include "controls/imagen_formula.h"
 #include "controls/lista_gases.h"
 #include "controls/texto.h"
 #include "core/slots.h"
-
-class QGridLayout;
 
 /// Shows slot 0 and tells what the user wants changed in it; it loads nothing itself. Boxes that a model does not have
 /// are hidden; txtmu belongs to model 6 alone. Nothing moves when the model changes.
@@ -42,39 +40,20 @@ signals:
     void automatic_wanted();  // the button beside coefficients set by hand
 
 private:
-    /// A box with its caption and unit, and what was shown in it or told of it last.
-    struct Row {
-        EntradaNumerica* box;
-        QLabel *name, *unit;
-        QString known_text;
-        double known_value;
-    };
-
     void cmbgas_Click();
     void cmbecu_Click();
-    void coefficient_LostFocus(Row& row);
-    void txtmu_LostFocus();
     void btautomatico_Click();
 
     void make_lists(QAbstractItemModel* gases, const QStringList& models);
     void make_rows();
-    Row make_row(QGridLayout* grid, int row, int column, const char* box, const char* name, const char* unit);
-    void show_labels();
-    void show_by_hand(bool by_hand);
-    void show_hints(bool by_hand);  // tool tips: all digits of the values
-    void show_value(Row& row, double value, const char* pattern);
-    void show_text(Row& row, const QString& text, double value);
-    static bool is_edited(const Row& row);
-    static bool take_edit(Row& row);  // whether it was edited; it counts as told from now on
-    void forget_edits();
+    void show_by_hand(const tavo::EquationSlot& slot);
 
     Texto texto_;
     QLabel *Label1, *Label2, *Label5;
     ListaGases* cmbgas;
     QComboBox* cmbecu;
     ImagenFormula* imgformula;
-    std::array<Row, 4> rows_{};  // txta, lba, lbunita and so on to d
-    Row mu_row_{};               // txtmu, lbmu
+    CajasCoeficientes* cajas_;
     QPushButton* btautomatico;
     std::int16_t shown_gas_ = 0;
     tavo::EquationOfState shown_model_ = tavo::EquationOfState::IdealGas;
