@@ -76,8 +76,8 @@ QString spoken(QString caption) {
 
 }  // namespace
 
-FilasEstado::FilasEstado(Texto texto, const calculos::SlotTable& table, QWidget* padre)
-    : QWidget(padre), texto_(std::move(texto)), table_(table) {
+FilasEstado::FilasEstado(Texto texto, MasaMolar masa_molar, QWidget* padre)
+    : QWidget(padre), texto_(std::move(texto)), masa_molar_(std::move(masa_molar)) {
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setHorizontalSpacing(6);
@@ -223,9 +223,14 @@ bool FilasEstado::commit(Variable variable) {
     write(variable, r.entry->value(), now, format(r.entry->value(), PATTERN, r.entry));
     if (now == r.reported)
         return false;
-    r.reported = now;
+    settle();
     emit edited(variable);
     return true;
+}
+
+void FilasEstado::settle() {
+    for (const Variable variable : VARIABLES)
+        row(variable).reported = value(variable);
 }
 
 // ---- Units and the unknown
@@ -238,11 +243,17 @@ void FilasEstado::unit_Click(Variable variable, const QString& from, const QStri
         write(variable, shown, base, format(shown, PATTERN, r.entry));
     apply_range(variable);
     describe(variable);
+    const bool typed = variable != Variable::Amount && variable != unknown_ && base != r.reported;
+    if (typed || variable == Variable::Amount)
+        settle();
     emit unit_changed(variable);
+    if (typed)
+        emit edited(variable);
 }
 
 void FilasEstado::choose(Variable variable) {
     set_unknown(variable);
+    settle();
     emit unknown_chosen(variable);
 }
 
@@ -301,10 +312,12 @@ QString FilasEstado::exact_text(Variable variable) const {
         return {};
     const QString unit = r.unit->unit();
     QString text = plain(r.entry->value()) + u' ' + unit;
-    if (variable == Variable::Amount && table_[0].gas.pm > 0.0) {
+    if (const double mass = masa_molar_(); variable == Variable::Amount && mass > 0.0) {
+        calculos::SlotTable table;
+        table[0].gas.pm = mass;
         const std::string from = unit.toStdString();
         const std::string to(tavo::Global::next_unit(UnitFamily::Amount, from));
-        text += QStringLiteral(" = ") + plain(tavo::Global::convertircantidad(r.entry->value(), from, to, table_)) +
+        text += QStringLiteral(" = ") + plain(tavo::Global::convertircantidad(r.entry->value(), from, to, table)) +
                 u' ' + QString::fromStdString(to);
     }
     return text;

@@ -6,6 +6,7 @@
 #include <QWidget>
 
 #include <array>
+#include <functional>
 
 #include "controls/entrada_numerica.h"
 #include "controls/etiqueta_unidad.h"
@@ -21,8 +22,9 @@ class FilasEstado : public QWidget {
 public:
     using Variable = calculos::Variable;
 
-    /// `table` is asked for the molar mass of slot 0.
-    FilasEstado(Texto texto, const calculos::SlotTable& table, QWidget* padre = nullptr);
+    /// Molar mass of the window's gas [g/mol]; 0: unknown.
+    using MasaMolar = std::function<double()>;
+    FilasEstado(Texto texto, MasaMolar masa_molar, QWidget* padre = nullptr);
 
     Variable unknown() const { return unknown_; }
     void set_unknown(Variable variable);  // without a signal
@@ -78,6 +80,8 @@ private:
     void unit_Click(Variable variable, const QString& from, const QString& to);
     /// Rewrites the text as its value and announces it if it is another one; true then.
     bool commit(Variable variable);
+    /// What is being typed counts as told, because whoever hears of a change reads all entries.
+    void settle();
     void choose(Variable variable);
     void write(Variable variable, double shown, double base, const QString& text);
     void apply_range(Variable variable);
@@ -89,7 +93,7 @@ private:
     const Row& row(Variable variable) const { return rows_[static_cast<std::size_t>(variable)]; }
 
     Texto texto_;
-    const calculos::SlotTable& table_;
+    MasaMolar masa_molar_;
     std::array<Row, 4> rows_;
     Variable unknown_ = Variable::Pressure;
     bool stepping_ = false;

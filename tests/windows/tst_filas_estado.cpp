@@ -26,7 +26,7 @@ struct Window : QWidget {
         estado.load_languages();
         auto* column = new QVBoxLayout(this);
         rows = new FilasEstado([this](int number, const QString& literal) { return estado.texto(number, literal); },
-                               estado.slot_table(), this);
+                               [] { return 0.0; }, this);
         column->addWidget(rows);
         rows->show_text(AMOUNT, QStringLiteral("1.000"));
         rows->show_text(TEMPERATURE, QStringLiteral("300.0000"));
@@ -133,6 +133,12 @@ void tst_filas_estado::a_text_that_was_typed_is_converted_in_full() {
     QCOMPARE(w_->rows->entry(VOLUME)->text(), "24.6814");
     QCOMPARE(w_->rows->shown_value(VOLUME), 24.68135);
     QCOMPARE(w_->rows->value(VOLUME), 0.02468135);
+    QCOMPARE(w_->edited, QList{VOLUME});  // told at the first click, and not again by whatever comes after
+    w_->click("lbvol");
+    w_->type(TEMPERATURE, "350");
+    w_->click("lbbvol");
+    leave(TEMPERATURE);
+    QCOMPARE(w_->edited, QList{VOLUME});
 }
 
 void tst_filas_estado::keys_and_screen_readers_step_a_unit() {

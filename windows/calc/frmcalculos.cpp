@@ -158,7 +158,7 @@ QGroupBox* frmcalculos::crear_grupo(QLabel* heading, QWidget* body) {
 
 QWidget* frmcalculos::crear_estado() {
     auto* body = new QWidget(contenido_);
-    filas_ = new FilasEstado(texto_, estado_.slot_table(), body);
+    filas_ = new FilasEstado(texto_, [this] { return ranura_.gas.pm; }, body);
     btcalcular = new QPushButton(estado_.texto(127), body);
     btcalcular->setObjectName(QStringLiteral("btcalcular"));
     btcalcular->setDefault(true);

@@ -138,7 +138,7 @@ QWidget* frmoperaciones::crear_columna(QWidget* padre) {
     lines->setContentsMargins(0, 0, GAP, 0);
     lines->setSpacing(MARGIN);
     panel_ = new PanelModelo(texto(), estado_.gas_names(), nombres_modelos(estado_), column);
-    filas_ = new FilasEstado(texto(), estado_.slot_table(), column);
+    filas_ = new FilasEstado(texto(), [this] { return ranura_.gas.pm; }, column);
     lbestado = new LineaEstado(STATE_LINES, column);
     lbestado->setObjectName(QStringLiteral("lbestado"));
     lbestado->setAccessibleName(estado_.texto(623, QStringLiteral("Estado")));
