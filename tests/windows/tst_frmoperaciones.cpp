@@ -55,6 +55,8 @@ private slots:
     void an_entry_beyond_its_limits_is_refused_once();
     void nothing_is_calculated_while_an_entry_is_empty();
     void boxes_wait_for_the_hand_to_let_go();
+    void a_press_that_leaves_an_entry_does_what_it_pressed();
+    void a_value_that_comes_back_to_its_scale_is_off_it_no_longer();
     void a_drag_to_zero_is_answered_after_the_drag();
     void keys_tell_once_that_they_leave_the_scale();
     void a_held_spin_button_tells_once_after_its_release();
@@ -183,7 +185,7 @@ void tst_frmoperaciones::a_drag_follows_its_table() {
             mild_state(before);
             Instrumento* hand = instrument(row.dragged);
             const Variable dragged = laboratorio::variable(row.dragged);
-            const Variable third = [&] {
+            const Variable third = [&, after = after] {
                 for (const Variable v : {Temperature, Volume})
                     if (v != dragged && v != after)
                         return v;
@@ -367,6 +369,43 @@ void tst_frmoperaciones::boxes_wait_for_the_hand_to_let_go() {
     release(piston, 6.0);
     QCOMPARE(boxes(), 1U);
     QVERIFY(!state_line().contains('\n'));
+}
+
+void tst_frmoperaciones::a_press_that_leaves_an_entry_does_what_it_pressed() {
+    mild_state(Variable::Pressure);
+    const auto type_only = [this](const char* kelvin) {
+        entry(Variable::Temperature)->setFocus(Qt::TabFocusReason);
+        QTest::keyClicks(entry(Variable::Temperature), kelvin);
+    };
+    // As the screen sends it: only so does the program know that a button is down.
+    QWindow* screen = window_->windowHandle();
+    const auto place_of = [this](QWidget* control) { return control->mapTo(window_.get(), control->rect().center()); };
+    type_only("400");
+    Instrumento* piston = instrument(Instrument::Piston);
+    QTest::mousePress(screen, Qt::LeftButton, {}, place_of(piston));
+    QVERIFY(instrument(Instrument::Thermometer)->pinned());
+    QVERIFY(std::abs(piston->value() - 5.0) < 0.1);
+    QCOMPARE(boxes(), 0U);
+    QTest::mouseRelease(screen, Qt::LeftButton, {}, place_of(piston));
+    QTRY_COMPARE(boxes(), 1U);
+    QCOMPARE(last_message(), estado_->texto(91));
+    // The press on the button that takes the better instrument: nothing is off its scale any more.
+    type_only("410");
+    QTest::mouseClick(screen, Qt::LeftButton, {}, place_of(control<QToolButton>("bttermopar")));
+    QCOMPARE(instrument(Variable::Temperature)->value(), 410.0);
+    QVERIFY(estado_->thermocouple_in_use);
+    QTest::qWait(10);
+    QCOMPARE(boxes(), 1U);
+}
+
+void tst_frmoperaciones::a_value_that_comes_back_to_its_scale_is_off_it_no_longer() {
+    mild_state(Variable::Pressure);
+    type(Variable::Volume, "12");
+    type(Variable::Temperature, "0");
+    QVERIFY(state_line().contains(estado_->texto(90)));
+    type(Variable::Volume, "5");
+    QVERIFY(!state_line().contains(estado_->texto(90)));
+    QVERIFY(state_line().contains(estado_->texto(79)));
 }
 
 void tst_frmoperaciones::a_drag_to_zero_is_answered_after_the_drag() {

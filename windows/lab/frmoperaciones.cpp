@@ -138,7 +138,8 @@ QWidget* frmoperaciones::crear_columna(QWidget* padre) {
     lines->setContentsMargins(0, 0, GAP, 0);
     lines->setSpacing(MARGIN);
     panel_ = new PanelModelo(texto(), estado_.gas_names(), nombres_modelos(estado_), column);
-    filas_ = new FilasEstado(texto(), [this] { return ranura_.gas.pm; }, column);
+    filas_ = new FilasEstado(
+        texto(), [this] { return ranura_.gas.pm; }, column);
     lbestado = new LineaEstado(STATE_LINES, column);
     lbestado->setObjectName(QStringLiteral("lbestado"));
     lbestado->setAccessibleName(estado_.texto(623, QStringLiteral("Estado")));
@@ -227,9 +228,8 @@ void frmoperaciones::conectar_controles() {
     for (const Variable variable : VARIABLES) {
         const laboratorio::Limits& limits = laboratorio::limits(variable);
         filas_->set_range(variable, limits.minimum, limits.maximum);
-        for (QToolButton* button : filas_->spin(variable)->findChildren<QToolButton*>())
-            button->installEventFilter(this);
     }
+    qApp->installEventFilter(this);  // for the release of the mouse, wherever
     for (const EntradaNumerica* box : findChildren<EntradaNumerica*>())
         connect(box, &QLineEdit::inputRejected, this, [this] {
             estado_.set_status(estado_.texto(554, QStringLiteral("Aquí solo cabe un número con punto decimal")), 5000);
@@ -324,13 +324,17 @@ void frmoperaciones::muestra_ranura() {
     mostrada_ = ranura();
 }
 
-/// Loads the gas and the model of the lists.
-void frmoperaciones::elegir() {
+void frmoperaciones::cargar(std::int16_t gas, tavo::EquationOfState model) {
     try {
-        calculos::choose(estado_.data(), ranura(), panel_->gas(), panel_->model());
+        calculos::choose(estado_.data(), ranura(), gas, model);
     } catch (const Unsolvable&) {
         // The calculation says the same.
     }
+}
+
+/// Loads the gas and the model of the lists.
+void frmoperaciones::elegir() {
+    cargar(panel_->gas(), panel_->model());
     muestra_ranura();
     calcular_y_dibujar();
 }
@@ -346,11 +350,13 @@ void frmoperaciones::cmbecu_Click() {
 }
 
 void frmoperaciones::gases_Change() {
-    if (ranura_.gas_number > estado_.gas_count())
+    if (ranura_.gas_number > estado_.gas_count()) {
         ranura_.gas_number = 0;
-    if (ranura_.gas_number == 0)
-        ranura_.gas = {};
+        ranura_.parameters = false;
+    }
     cambiar(Ocasion::Opening, [this] {
+        if (!ranura().parameters)
+            cargar(ranura().gas_number, ranura().equation);
         muestra_ranura();
         calcular_y_dibujar();
     });
@@ -444,7 +450,7 @@ void frmoperaciones::mover(const Instrumento& instrument, double value) {
         emit filas_->entry(moved)->LostFocus();
     calcular();
     if (rechazada_) {
-        dibuja(moved);
+        muestra(moved);
     } else {
         actualiza(moved);
         if (salida_)
@@ -453,7 +459,7 @@ void frmoperaciones::mover(const Instrumento& instrument, double value) {
     dibuja_gas();
 }
 
-/// The hand lets go of an instrument or a spin button: now the boxes that waited may come.
+/// The hand lets go of an instrument, a spin button or whatever it pressed: now the boxes that waited may come.
 void frmoperaciones::instrumento_MouseUp() {
     for (Aviso& one : avisos_)
         if (std::exchange(one.pending, false))
@@ -469,12 +475,17 @@ void frmoperaciones::changeEvent(QEvent* event) {
 }
 
 bool frmoperaciones::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::MouseButtonRelease)  // the button itself hears of it first
+    const bool waiting = !cajas_.isEmpty() || std::ranges::any_of(avisos_, &Aviso::pending);
+    if (event->type() == QEvent::MouseButtonRelease && waiting)  // what was pressed hears of it first
         QTimer::singleShot(0, this, &frmoperaciones::instrumento_MouseUp);
     return QWidget::eventFilter(watched, event);
 }
 
-bool frmoperaciones::spin_held() const {
+/// A box would take the release away from what is pressed: it would stay down, or answer to a hand that is gone. The
+/// press that leaves an entry is such a case.
+bool frmoperaciones::hand_busy() const {
+    if (QGuiApplication::mouseButtons().testFlag(Qt::LeftButton))
+        return true;
     for (const Variable variable : VARIABLES)
         for (const QToolButton* button : filas_->spin(variable)->findChildren<QToolButton*>())
             if (button->isDown())
@@ -537,20 +548,20 @@ void frmoperaciones::resolver() {
         describe();
     } catch (const Unsolvable& fault) {
         fallo_ = fault;
-        fracasa(texto_fallo(texto(), fault, filas_->unit(Variable::Volume)));
+    } catch (const tavo::FloatingPointError& fault) {
+        fallo_ = Unsolvable(calculos::Reason::NotFinite, fault.what());
     }
+    if (fallo_)
+        fracasa(texto_fallo(texto(), *fallo_, filas_->unit(Variable::Volume)));
 }
 
 void frmoperaciones::calcular_y_dibujar() {
     calcular();
-    if (rechazada_) {
-        for (const Variable variable : MEASURED)
-            dibuja(variable);  // one fault, one box
-    } else {
-        actualiza_temperatura();
-        actualiza_volumen();
-        actualiza_presion();
-    }
+    for (const Variable variable : MEASURED)
+        if (rechazada_ || (fallo_ && variable == filas_->unknown()))
+            muestra(variable);  // one fault, one box
+        else
+            actualiza(variable);
     dibuja_gas();
 }
 
@@ -584,6 +595,13 @@ void frmoperaciones::actualiza(Variable variable) {
     dibuja(variable);
 }
 
+/// Draws it without a new box; a value that has come back to its scale is no longer said to be off it.
+void frmoperaciones::muestra(Variable variable) {
+    if (rechazada_ != variable && laboratorio::inside(instrumento(variable)->kind(), filas_->value(variable)))
+        sin_aviso(variable);
+    dibuja(variable);
+}
+
 void frmoperaciones::dibuja(Variable variable) {
     if (filas_->entry(variable)->text().isEmpty())
         return;
@@ -611,10 +629,13 @@ void frmoperaciones::avisa(Variable variable, int number, const QString& sentenc
     const bool known = one.number == number;
     one.number = number;
     one.sentence = sentence;
-    if (ocasion_ == Ocasion::Decision || (ocasion_ == Ocasion::Step && !known && !spin_held()))
+    const bool wanted =
+        ocasion_ == Ocasion::Decision || ocasion_ == Ocasion::Drag || (ocasion_ == Ocasion::Step && !known);
+    if (!wanted)
+        return;
+    one.pending = ocasion_ == Ocasion::Drag || hand_busy();
+    if (!one.pending)
         cajas_ << sentence;
-    else if (ocasion_ == Ocasion::Drag || (ocasion_ == Ocasion::Step && !known))
-        one.pending = true;
 }
 
 void frmoperaciones::sin_aviso(Variable variable) {
@@ -644,6 +665,8 @@ void frmoperaciones::muestra_estado() {
 }
 
 void frmoperaciones::muestra_cajas() {
+    if (hand_busy())
+        return;
     const QStringList boxes = std::exchange(cajas_, {});
     for (const QString& sentence : boxes)
         mensajes_.mostrar(sentence, INFORMATION, {});

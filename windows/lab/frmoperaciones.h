@@ -36,8 +36,8 @@ private:
     using Variable = calculos::Variable;
     using Instrument = laboratorio::Instrument;
 
-    /// What brings a change about. A box follows a decision at once; a step only when it leaves the scale or the
-    /// limits; a drag when the hand lets go; opening the window brings none.
+    /// What brings a change about. A box follows every decision and drag; a step only when it leaves the scale or the
+    /// limits; opening the window brings none. It waits for the hand to let go of the mouse.
     enum class Ocasion { Opening, Decision, Step, Drag };
 
     /// What is wrong with a variable, by its language string; 0: nothing.
@@ -80,6 +80,7 @@ private:
     template <class Change>
     void cambiar(Ocasion ocasion, Change&& change);
     void toma_caja_de_coeficientes();
+    void cargar(std::int16_t gas, tavo::EquationOfState model);
     void elegir();
     void muestra_ranura();
     void elegir_termometro(bool thermocouple);
@@ -95,6 +96,7 @@ private:
     void actualiza_volumen() { actualiza(Variable::Volume); }
     void actualiza_presion() { actualiza(Variable::Pressure); }
     void actualiza(Variable variable);
+    void muestra(Variable variable);
     void dibuja(Variable variable);  // alone: no message, the entry stays
     void dibuja_gas();
     Instrumento* instrumento(Variable variable) const;
@@ -107,7 +109,7 @@ private:
     void fracasa(const QString& sentence);
     void muestra_estado();
     void muestra_cajas();
-    bool spin_held() const;
+    bool hand_busy() const;  // holds a mouse button
 
     Texto texto() const;
     tavo::EquationSlot& ranura() { return estado_.slot_table()[0]; }
