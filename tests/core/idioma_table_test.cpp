@@ -132,8 +132,7 @@ const std::vector<MnemonicGroup> MNEMONICS{
     {"frmcalculos", true, {54, 70, 71, 72, 73, 127}},
     {"frmoperaciones", true, {54, 70, 71, 72, 73}},
     {"frmgases", true, {54, 207, 208, 209, 210, 230}},
-    {"frmcompuestos", true, {142}},
-    {"frmcompuestos, its own", false, {65, 142}},
+    {"frmcompuestos", true, {65, 142}},
     {"frmIdioma", true, {9, 37, 38}},
     {"frmAbout", false, {64}},
 };
@@ -189,28 +188,30 @@ TEST(TextNumbers, AreTheRowsOfTheDocumentedTable) {
     EXPECT_EQ(rows, expected);
 }
 
-/// One mention of a number in the sources: texto(N, or N followed by a Spanish literal.
+/// One mention of a number in the sources: texto(N or texto_(N, or N followed by a Spanish literal.
 struct Mention {
     int number;
     std::string literal;  // "" when no literal follows
 };
 
-/// The contents of adjacent string literals; an escape keeps the character behind it.
+/// The contents of adjacent string literals; \u00A0 is the no-break space, another escape keeps the character behind
+/// it.
 std::string joined(const std::string& literals) {
-    static const std::regex piece(R"re("((?:[^"\\]|\\.)*)"\s*)re"), escape(R"(\\(.))");
-    return std::regex_replace(std::regex_replace(literals, piece, "$1"), escape, "$1");
+    static const std::regex piece(R"re("((?:[^"\\]|\\.)*)"\s*)re"), blank(R"(\\u00A0)"), escape(R"(\\(.))");
+    const std::string text = std::regex_replace(std::regex_replace(literals, piece, "$1"), blank, "\u00A0");
+    return std::regex_replace(text, escape, "$1");
 }
 
 std::vector<Mention> mentions(const std::string& code) {
     static const std::regex number(
-        R"re((texto\(\s*|[^\w.'])(\d{1,3})(?![\w.'])\s*(?:,\s*(?:QStringLiteral\(|QString::fromUtf8\(|u)?\s*)re"
+        R"re((texto_?\(\s*|[^\w.'])(\d{1,3})(?![\w.'])\s*(?:,\s*(?:QStringLiteral\(|QString::fromUtf8\(|u)?\s*)re"
         R"re(((?:"(?:[^"\\]|\\.)*"\s*)+))?)re");
     std::vector<Mention> found;
     for (std::sregex_iterator at(code.begin(), code.end(), number), end; at != end; ++at) {
         const int mentioned = number_of((*at)[2].str());
         const std::string literal = joined((*at)[3].str());
-        const bool own = mentioned >= 400 && mentioned < 700 && !literal.empty();
-        if (own || (*at)[1].str().starts_with("texto("))
+        const bool own = mentioned >= 400 && mentioned < 800 && !literal.empty();
+        if (own || (*at)[1].str().starts_with("texto"))
             found.push_back({mentioned, literal});
     }
     return found;
@@ -240,13 +241,23 @@ TEST(TextMentions, AreFoundInTheFormsInWhichTheSourcesHaveThem) {
         a(estado.texto(403, QStringLiteral("Mínima "
                                            "\"T\"")));
         {"mnusalir", 10, "", 510, "Termina"}, {502, u"Elija"}, {ms(500), "no"},
-        estado.texto( 15 )  texto(7, QString()))code");
+        estado.texto( 15 )  texto(7, QString())  hint = texto(
+            656, QStringLiteral("V\u00A0= %1"));  texto_(128, QString())
+        texto_(
+            51, {}))code");
     std::vector<std::pair<int, std::string>> pairs;
     pairs.reserve(found.size());
     for (const Mention& mention : found)
         pairs.emplace_back(mention.number, mention.literal);
-    EXPECT_EQ(pairs, (std::vector<std::pair<int, std::string>>{
-                         {14, ""}, {403, "Mínima \"T\""}, {510, "Termina"}, {502, "Elija"}, {15, ""}, {7, ""}}));
+    EXPECT_EQ(pairs, (std::vector<std::pair<int, std::string>>{{14, ""},
+                                                               {403, "Mínima \"T\""},
+                                                               {510, "Termina"},
+                                                               {502, "Elija"},
+                                                               {15, ""},
+                                                               {7, ""},
+                                                               {656, "V\u00A0= %1"},
+                                                               {128, ""},
+                                                               {51, ""}}));
 }
 
 }  // namespace
