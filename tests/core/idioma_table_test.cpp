@@ -131,7 +131,7 @@ const std::vector<MnemonicGroup> MNEMONICS{
     {"frmescala", false, {65, 151, 152, 153, 154, 155, 156}},
     {"frmcalculos", true, {54, 70, 71, 72, 73, 127}},
     {"frmoperaciones", true, {54, 70, 71, 72, 73}},
-    {"frmgases", true, {54, 207, 208, 209, 210, 230}},
+    {"frmgases", true, {54, 207, 208, 209, 210, 230, 720}},
     {"frmcompuestos", true, {65, 142}},
     {"frmIdioma", true, {9, 37, 38}},
     {"frmAbout", false, {64}},
