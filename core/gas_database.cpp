@@ -49,6 +49,9 @@ void read_constants(const Section& section, GasRecord& record) {
     record.vc = section.number("vc");
     record.teb = section.number("teb");
     record.hv = section.number("hv");
+}
+
+void set_compressibility(GasRecord& record) {
     if (record.vc == UNKNOWN) {
         record.zc = UNKNOWN;
         return;
@@ -111,9 +114,8 @@ DerivedCoefficients completed(const DerivedCoefficients& stored, const Model& mo
     return result;
 }
 
-void load_coefficients(const Section& section, const Model& model, std::int16_t gas, double temperature, double& mu,
-                       GasRecord& record) {
-    DerivedCoefficients k = read_coefficients(section, model);
+void set_coefficients(DerivedCoefficients k, const Model& model, std::int16_t gas, double temperature, double& mu,
+                      GasRecord& record) {
     if (has_acentric_factor(model.number))
         k.c = acentric_factor(k.c, gas);
     if (model.number == EquationOfState::FreeExponent) {
@@ -130,7 +132,24 @@ void load_coefficients(const Section& section, const Model& model, std::int16_t 
 }
 
 std::string prefix(std::int16_t gas, const GasRecord& record) {
-    return "gas " + std::to_string(gas) + (record.name.empty() ? "" : " (" + record.name + ")") + ": ";
+    return (gas > 0 ? "gas " + std::to_string(gas) : std::string("gas")) +
+           (record.name.empty() ? "" : " (" + record.name + ")") + ": ";
+}
+
+/// Runs `step` on a copy of the record and on mu, which take its results only when all went well. Errors name the gas.
+template <class Step>
+void load(std::int16_t gas, double& mu, GasRecord& record, const Step& step) {
+    GasRecord loaded = record;
+    double exponent = mu;
+    try {
+        step(loaded, exponent);
+    } catch (const FloatingPointError& error) {
+        throw FloatingPointError(prefix(gas, loaded) + error.what());
+    } catch (const InvalidArgument& error) {
+        throw InvalidArgument(prefix(gas, loaded) + error.what());
+    }
+    record = std::move(loaded);
+    mu = exponent;
 }
 
 }  // namespace
@@ -155,19 +174,24 @@ void cargargas(const confreg::Text& data, EquationOfState equation, std::int16_t
     guard(mu);
     const Section section(data, gas);
     const Model* model = find_model(equation);
-    GasRecord loaded = record;
-    double exponent = mu;
-    try {
+    load(gas, mu, record, [&](GasRecord& loaded, double& exponent) {
         read_constants(section, loaded);
+        set_compressibility(loaded);
         if (model != nullptr && model->stored > 0 && (reload || !keep))
-            load_coefficients(section, *model, gas, temperature, exponent, loaded);
-    } catch (const FloatingPointError& error) {
-        throw FloatingPointError(prefix(gas, loaded) + error.what());
-    } catch (const InvalidArgument& error) {
-        throw InvalidArgument(prefix(gas, loaded) + error.what());
-    }
-    record = std::move(loaded);
-    mu = exponent;
+            set_coefficients(read_coefficients(section, *model), *model, gas, temperature, exponent, loaded);
+    });
+}
+
+void complete(EquationOfState equation, std::int16_t gas, const DerivedCoefficients& stored, double& temperature,
+              double& mu, GasRecord& record) {
+    guard(temperature);
+    guard(mu);
+    const Model* model = find_model(equation);
+    load(gas, mu, record, [&](GasRecord& loaded, double& exponent) {
+        set_compressibility(loaded);
+        if (model != nullptr && model->stored > 0)
+            set_coefficients(stored, *model, gas, temperature, exponent, loaded);
+    });
 }
 
 void load_slot(const confreg::Text& data, EquationSlot& slot, bool reload) {

@@ -33,7 +33,19 @@ constexpr std::int16_t renumbered(std::int16_t number, std::int16_t removed) {
 void cargargas(const confreg::Text& data, EquationOfState equation, std::int16_t gas, bool reload, bool keep,
                double& temperature, double& mu, GasRecord& record);
 
-/// The same for a slot: its gas number, model, temperature, mu and parameter flag (as keep).
+/// Coefficients of one model: c(e,1) to c(e,4) as stored, -1 for "to be derived", or as a formula gives them.
+struct DerivedCoefficients {
+    double a, b, c, d;
+};
+
+/// What cargargas makes of values that are in memory: `record` holds name and critical constants, `stored` what the
+/// database holds, or is going to hold, for the model. Sets zc and the coefficients of `record`. The acentric factors
+/// known by gas number serve for `gas` 1 to 28; 0 stands for a gas without a number. Temperature, mu and errors as
+/// cargargas.
+void complete(EquationOfState equation, std::int16_t gas, const DerivedCoefficients& stored, double& temperature,
+              double& mu, GasRecord& record);
+
+/// cargargas for a slot: its gas number, model, temperature, mu and parameter flag (as keep).
 /// reload: the row's gas or model changed; it also clears the parameter flag. Without a gas (number 0) the record is
 /// emptied, unless its coefficients were set by hand.
 void load_slot(const confreg::Text& data, EquationSlot& slot, bool reload);
@@ -41,9 +53,6 @@ void load_slot(const confreg::Text& data, EquationSlot& slot, bool reload);
 /// Coefficients that the critical constants give for a model, as the loader derives them for values stored as -1.
 /// c is w (7, 8), mu (6) or C (5); 0 where the model has none.
 /// w: acentric factor (7, 8), mu (6). Sources: see derive.cpp. Throws as cargargas.
-struct DerivedCoefficients {
-    double a, b, c, d;
-};
 DerivedCoefficients derive(EquationOfState equation, double tc, double pc, double w, double mu, double temperature);
 
 /// m of models 7 and 8, the slope of sqrt(a(T)) with w: 0.48 + ... (Soave), 0.37464 + ... (Peng, Robinson).
