@@ -232,12 +232,15 @@ void rewrite(const fs::path& path, std::string_view bytes, const Site& site) {
     Rewrite(path, bytes, site).run();
 }
 
-void edit(const fs::path& path, const Site& site, const std::function<void(Text&)>& edits) {
+bool edit(const fs::path& path, const Site& site, const std::function<void(Text&)>& edits) {
     const std::string old = read_bytes(path, *site.files);
     Text text(old);
     naming(path, [&] { edits(text); });
-    if (const std::string bytes = text.bytes(); bytes != old)
-        rewrite(path, bytes, site);
+    const std::string bytes = text.bytes();
+    if (bytes == old)
+        return false;
+    rewrite(path, bytes, site);
+    return true;
 }
 
 std::string leerclave(const fs::path& path, std::string_view section, std::string_view key) {

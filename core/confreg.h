@@ -84,8 +84,8 @@ Text read(const std::filesystem::path& path, FileSystem& files = real_file_syste
 /// Replaces the whole file crash-safely through the temporary file. Throws RewriteRefused, the file unchanged.
 void rewrite(const std::filesystem::path& path, const Text& text, const Site& site);
 void rewrite(const std::filesystem::path& path, std::string_view bytes, const Site& site);
-/// Reads, edits in memory, writes by one rewrite (none when nothing changed).
-void edit(const std::filesystem::path& path, const Site& site, const std::function<void(Text&)>& edits);
+/// Reads, edits in memory, writes by one rewrite. False, and none, when nothing changed.
+bool edit(const std::filesystem::path& path, const Site& site, const std::function<void(Text&)>& edits);
 
 // The seven operations on a file. Each reads the whole file anew. FileNotFound, and the errors of Text under the file's
 // name; Overflow also for a line number or count above 32767, nothing being written then.

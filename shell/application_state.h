@@ -82,8 +82,9 @@ public:
     /// as confreg::edit; nothing has changed then.
     void edit_gases(const std::function<void(tavo::confreg::Text&)>& edits);
     /// As edit_gases for the deletion of gas `number`: before the gases are announced, slots that held it hold none and
-    /// those that held a later one follow it to its new number; gas_removed tells the windows the same.
-    void remove_gas(std::int16_t number, const std::function<void(tavo::confreg::Text&)>& edits);
+    /// those that held a later one follow it to its new number; gas_removed tells the windows the same. False, and
+    /// nothing announced, when the edits change nothing: the gas has no section.
+    bool remove_gas(std::int16_t number, const std::function<void(tavo::confreg::Text&)>& edits);
 
     // Conditions and plot
     AmountUnit amount_unit() const;
