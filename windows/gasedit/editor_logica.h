@@ -23,7 +23,7 @@ struct StoredGas {
     std::array<std::array<double, 4>, SETS + 1> c{};  // c[e][k - 1]; row 0 unused
 
     StoredGas();  // every coefficient automatic
-    /// a and b (and C, D of the virial set) of a set are derived from the critical constants.
+    /// a and b (and C, D of the virial set) of a set are all derived from the critical constants.
     bool automatic(int set) const;
 };
 
@@ -42,26 +42,33 @@ struct Refusal {
 
 /// Takes the boxes into `gas` in the order name, molar mass, critical pressure, critical temperature; the first one
 /// that is empty or not above 0 ends it, those before it are stored already. Then critical volume, boiling point and
-/// enthalpy, which never fail: empty or not above 0 becomes "0" in the box and 0 in the gas.
+/// enthalpy, which never fail: empty or not above 0 becomes "0" in the box and 0 in the gas. A name of blanks alone is
+/// empty, as it would read back so. A box that shows the gas's own number in "####0.0000" leaves it all its digits.
 std::optional<Refusal> take(Boxes& boxes, StoredGas& gas);
 
 /// The gas as stored, every c(i,k) as it stands in the file. Throws as Text::leerclave.
 StoredGas read(const tavo::confreg::Text& data, std::int16_t number);
 
-/// Every key of the gas's section, in the order of the file; then, for `add`, "n" of section "General".
+/// Every key of the gas's section, in the order of the file. The text is then what confreg::escribirclave would leave,
+/// called for one key after the other. Throws RewriteRefused, InvalidArgument for a name that the file cannot hold;
+/// part of the keys may be in the text then.
 void write(tavo::confreg::Text& data, std::int16_t number, const StoredGas& gas);
-/// Returns the new gas's number. Throws Overflow beyond 32767 gases.
+/// Writes the gas under count + 1, then "n" of section "General". Returns the new gas's number. Throws Overflow beyond
+/// 32767 gases, nothing changed, and as write.
 std::int16_t add(tavo::confreg::Text& data, std::int16_t count, const StoredGas& gas);
-/// Removes the gas's section, heads the later ones anew and lowers "n". False, and nothing changed, when the section is
-/// missing.
+/// Removes the gas's section, heads those of the gases up to `count` anew and lowers "n". False, and nothing changed,
+/// when the section is missing.
 bool remove(tavo::confreg::Text& data, std::int16_t number, std::int16_t count);
 
-/// What the loader will derive for a set at a temperature: automatic values computed, others as stored. Throws
-/// FloatingPointError, InvalidArgument as the loader.
-tavo::GasRecord derived(const StoredGas& gas, int set, double temperature, double& mu);
+/// The record that the loader will make of the gas for a set at a temperature [K]: automatic values computed, others as
+/// stored, a(T) in sets 7 and 8. mu: exponent for an automatic third coefficient of set 6; a stored one replaces it.
+/// number: the gas's own, by which the loader knows some acentric factors; 0 for none. Throws FloatingPointError,
+/// InvalidArgument (mu not above 1) as the loader.
+tavo::GasRecord derived(const StoredGas& gas, int set, double temperature, double& mu, std::int16_t number = 0);
 
 /// Acentric factor estimated from the boiling point: (3/7) theta/(1 - theta) log10(Pc/atm) - 1, theta = Tb/Tc.
-/// W. C. Edmister, Petroleum Refiner 37 (1958) 173. Empty where the constants do not allow it.
+/// W. C. Edmister, Petroleum Refiner 37 (1958) 173. In K and atm. Empty unless 0 < Tb < Tc and Pc > 1 atm, without
+/// which there is no normal boiling point below the critical one.
 std::optional<double> estimated_acentric_factor(double tc, double pc, double teb);
 
 }  // namespace editor
