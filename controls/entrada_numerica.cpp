@@ -118,6 +118,8 @@ bool EntradaNumerica::swallowed(const QString& typed) const {
     QString kept = text();
     if (hasSelectedText())
         kept.remove(selectionStart(), selectionLength());  // the key replaces it
+    if (signed_ && typed == QStringLiteral("-"))
+        return kept.startsWith(u'-') || (hasSelectedText() ? selectionStart() : cursorPosition()) > 0;
     auto code = static_cast<std::int16_t>(typed.front().unicode() < 128 ? typed.front().unicode() : 127);
     tavo::Global::teclanumerica(LONGEST_TEXT, code, kept.toStdString());
     return code == 0;

@@ -21,6 +21,8 @@ public:
     /// Text of a value that it shows rounded: value() gives the whole value until the text changes.
     void set_exact(double value, const QString& text);
     bool is_exact() const { return exact_.has_value(); }
+    /// A minus sign can be typed in front.
+    void set_signed(bool allowed) { signed_ = allowed; }
 
 signals:
     void GotFocus();
@@ -41,6 +43,7 @@ private:
 
     std::optional<double> exact_;
     bool writing_exact_ = false;
+    bool signed_ = false;
     bool entered_by_click_ = false;
 };
 

@@ -1,41 +1,20 @@
 #include "controls/panel_modelo.h"
 
-#include <QAbstractItemView>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
-#include <QWheelEvent>
 
 #include <optional>
 
+#include "controls/lista_modelos.h"
 #include "core/models.h"
 
 namespace {
 
 constexpr int SPACING = 6;
 constexpr int SHORTEST_LIST = 16;  // characters, where the window is too narrow for the whole texts
-
-/// Chooses nothing when the wheel merely scrolls past it; shows whole texts, though it is narrow.
-class ListaModelos final : public QComboBox {
-public:
-    ListaModelos(const QStringList& models, QWidget* padre) : QComboBox(padre) {
-        addItems(models);
-        setFocusPolicy(Qt::StrongFocus);
-        setMinimumContentsLength(SHORTEST_LIST);
-        setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-        view()->setMinimumWidth(view()->sizeHintForColumn(0));
-    }
-
-protected:
-    void wheelEvent(QWheelEvent* event) override {
-        if (hasFocus())
-            QComboBox::wheelEvent(event);
-        else
-            event->ignore();
-    }
-};
 
 void keep_place(QWidget* control) {
     QSizePolicy policy = control->sizePolicy();
