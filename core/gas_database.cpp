@@ -68,11 +68,6 @@ bool has_acentric_factor(EquationOfState equation) {
     return equation == EquationOfState::Soave || equation == EquationOfState::PengRobinson;
 }
 
-double acentric_factor(double stored, std::int16_t gas) {
-    const bool listed = gas >= 1 && gas <= static_cast<int>(ACENTRIC_FACTORS.size());
-    return stored == UNKNOWN && listed ? ACENTRIC_FACTORS[static_cast<std::size_t>(gas - 1)] : stored;
-}
-
 /// The coefficients as stored, those that the model does not have as 0.
 DerivedCoefficients read_coefficients(const Section& section, const Model& model) {
     std::array<double, 4> stored{};
@@ -153,6 +148,11 @@ void load(std::int16_t gas, double& mu, GasRecord& record, const Step& step) {
 }
 
 }  // namespace
+
+double acentric_factor(double stored, std::int16_t gas) {
+    const bool listed = gas >= 1 && gas <= static_cast<int>(ACENTRIC_FACTORS.size());
+    return stored == UNKNOWN && listed ? ACENTRIC_FACTORS[static_cast<std::size_t>(gas - 1)] : stored;
+}
 
 std::int16_t gas_count(const confreg::Text& data) {
     const double n = std::trunc(Val(data.leerclave("general", "n")));

@@ -55,6 +55,9 @@ void load_slot(const confreg::Text& data, EquationSlot& slot, bool reload);
 /// w: acentric factor (7, 8), mu (6). Sources: see derive.cpp. Throws as cargargas.
 DerivedCoefficients derive(EquationOfState equation, double tc, double pc, double w, double mu, double temperature);
 
+/// The acentric factor that the loader takes for a stored one: -1 means, in gases 1 to 28, the one known by number.
+double acentric_factor(double stored, std::int16_t gas);
+
 /// m of models 7 and 8, the slope of sqrt(a(T)) with w: 0.48 + ... (Soave), 0.37464 + ... (Peng, Robinson).
 double acentric_slope(EquationOfState equation, double w);
 
