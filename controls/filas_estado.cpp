@@ -66,14 +66,6 @@ QString format(double x, const char* pattern, const QLineEdit* entry) {
     return text.size() <= entry->maxLength() ? text : plain(x);
 }
 
-/// "Te&mperatura:" -> "Temperatura"
-QString spoken(QString caption) {
-    caption.remove(u'&');
-    while (caption.endsWith(u':') || caption.endsWith(u' ') || caption.endsWith(QChar::Nbsp))
-        caption.chop(1);
-    return caption;
-}
-
 }  // namespace
 
 FilasEstado::FilasEstado(Texto texto, MasaMolar masa_molar, QWidget* padre)
@@ -290,8 +282,8 @@ void FilasEstado::describe(Variable variable) {
     r.entry->setAccessibleName(caption);
     r.entry->setAccessibleDescription(unknown ? r.unit->unit() + QStringLiteral(". ") + about_unknown : r.unit->unit());
     r.entry->setToolTip(unknown ? texto_(638, QStringLiteral("Se calcula a partir de las otras tres. Para escribir "
-                                                             "aquí, haga clic en el nombre de otra variable y calcule "
-                                                             "esa."))
+                                                             "aquí, haga clic en el nombre de otra variable para "
+                                                             "calcular esa."))
                                 : QString());
     r.spin->setAccessibleName(caption);
     r.unit->setAccessibleName(texto_(441, QStringLiteral("%1: %2")).arg(caption, r.unit->unit()));

@@ -7,3 +7,11 @@
 
 /// Text of a number of the language table, and the literal to fall back on.
 using Texto = std::function<QString(int number, const QString& literal)>;
+
+/// A caption as a screen reader says it: "Te&mperatura:" -> "Temperatura".
+inline QString spoken(QString caption) {
+    caption.remove(u'&');
+    while (caption.endsWith(u':') || caption.endsWith(u' ') || caption.endsWith(QChar::Nbsp))
+        caption.chop(1);
+    return caption;
+}

@@ -42,19 +42,20 @@ QString phase_text(const Texto& texto, const calculos::Output& salida) {
                                              "aquí líquido y gas en equilibrio."));
         case Phase::SuperheatedLiquid:
             return texto(605, QStringLiteral("Líquido sobrecalentado, metaestable. Con este volumen lo estable es "
-                                             "líquido y gas juntos a Pv = %1 %2, con el %3 % de la cantidad en el "
-                                             "líquido."));
+                                             "líquido y gas juntos a Pv\u00A0=\u00A0%1\u00A0%2, con el "
+                                             "%3\u00A0% de la cantidad en el líquido."));
         case Phase::SupersaturatedVapour:
             return texto(607, QStringLiteral("Vapor sobresaturado, metaestable. Con este volumen lo estable es "
-                                             "líquido y gas juntos a Pv = %1 %2, con el %3 % de la cantidad en el "
-                                             "líquido."));
+                                             "líquido y gas juntos a Pv\u00A0=\u00A0%1\u00A0%2, con el "
+                                             "%3\u00A0% de la cantidad en el líquido."));
         case Phase::Unstable:
             break;
     }
     if (!salida.saturation)
         return texto(608, QStringLiteral("Estado inestable: aquí la presión del modelo crece con el volumen."));
     return texto(606, QStringLiteral("Estado inestable, dentro del bucle del modelo. Con este volumen lo estable es "
-                                     "líquido y gas juntos a Pv = %1 %2, con el %3 % de la cantidad en el líquido."));
+                                     "líquido y gas juntos a Pv\u00A0=\u00A0%1\u00A0%2, con el "
+                                     "%3\u00A0% de la cantidad en el líquido."));
 }
 
 }  // namespace
@@ -72,8 +73,9 @@ QString texto_estado(const Texto& texto, const calculos::Output& salida, const c
     if (salida.stable_volume) {
         const bool liquid = *salida.stable_volume < salida.v;
         const QString sentence =
-            liquid ? texto(611, QStringLiteral("A esta presión la fase estable es el líquido (V = %1 %2)."))
-                   : texto(612, QStringLiteral("A esta presión la fase estable es el gas (V = %1 %2)."));
+            liquid
+                ? texto(611, QStringLiteral("A esta presión la fase estable es el líquido (V\u00A0=\u00A0%1\u00A0%2)."))
+                : texto(612, QStringLiteral("A esta presión la fase estable es el gas (V\u00A0=\u00A0%1\u00A0%2)."));
         sentences << sentence.arg(shown(Variable::Volume, *salida.stable_volume, volume_unit, table), volume_unit);
     }
     return sentences.join(QLatin1Char(' '));
@@ -95,13 +97,14 @@ QString texto_fallo(const Texto& texto, const calculos::Unsolvable& fallo, const
             return texto(615, QStringLiteral("Sin la masa molar de un gas, los gramos no se convierten en moles: elija "
                                              "un gas o dé la cantidad en moles."));
         case Reason::InsideCovolume:
-            return with_volume(texto(616, QStringLiteral("El volumen debe ser mayor que %1 %2, el que ocupan las "
+            return with_volume(texto(616, QStringLiteral("El volumen debe ser mayor que %1\u00A0%2, el que ocupan las "
                                                          "propias moléculas (covolumen).")));
         case Reason::NoVolume:
             return texto(617, QStringLiteral("Con este modelo ningún volumen da esa presión a esa temperatura."));
         case Reason::VolumeNotReached:
             return with_volume(texto(618, QStringLiteral("El cálculo, que parte del volumen del gas ideal, no llega al "
-                                                         "volumen buscado. Esa presión la da V = %1 %2.")));
+                                                         "volumen buscado. Esa presión la da "
+                                                         "V\u00A0=\u00A0%1\u00A0%2.")));
         case Reason::NoTemperature:
             return texto(619, QStringLiteral("Con este modelo ninguna temperatura por encima de 0 K da esa presión con "
                                              "ese volumen."));

@@ -93,7 +93,8 @@ struct CriticalPoint {
     double t, v, p;  // K, l/mol, atm
 };
 /// From the coefficients alone, not from the record's critical constants; those only tell how automatic coefficients of
-/// models 5, 7 and 8 follow the temperature. Empty where the model has none (ideal gas, coefficients without a loop).
+/// models 5, 7 and 8 follow the temperature (the slot's have to be those loaded at its own). Empty where the model has
+/// none: ideal gas, coefficients without a loop, a loop at any temperature. Throws nothing.
 std::optional<CriticalPoint> critical_point(const EquationSlot& slot);
 
 }  // namespace tavo::calcnum

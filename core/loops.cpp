@@ -80,9 +80,6 @@ constexpr std::array<std::array<double, 5>, 3> POWER_MIDDLE{{
     {0.0, 0.0190842, -0.138472, 0.233747, -0.151038},
 }};
 
-constexpr Family DIETERICI_FAMILY{4.0, 2.0, DIETERICI_HALF, DIETERICI_MIDDLE};
-constexpr Family SADUS_FAMILY{8.373028781932307, 2.616897581113762, SADUS_HALF, SADUS_MIDDLE};
-
 constexpr double SQRT2 = std::numbers::sqrt2;
 
 }  // namespace
@@ -91,6 +88,9 @@ const CubicFamily VAN_DER_WAALS_FAMILY{0.0, 0.0, {3.375, 3.0, VDW_HALF, VDW_MIDD
 const CubicFamily REDLICH_KWONG_FAMILY{0.0, 1.0, {4.93396245182803, 3.8473221018630728, RK_HALF, RK_MIDDLE}};
 const CubicFamily PENG_ROBINSON_FAMILY{
     1.0 - SQRT2, 1.0 + SQRT2, {5.877359948604403, 3.951373035591441, PR_HALF, PR_MIDDLE}};
+
+const Family DIETERICI_FAMILY{4.0, 2.0, DIETERICI_HALF, DIETERICI_MIDDLE};
+const Family DIETERICI_SADUS_FAMILY{8.373028781932307, 2.616897581113762, SADUS_HALF, SADUS_MIDDLE};
 
 // Cubic equations ------------------------------------------------------------------------------------------------
 
@@ -172,14 +172,16 @@ std::optional<Pair> CubicLoop::estimate() const {
 
 // Free exponent --------------------------------------------------------------------------------------------------
 
-PowerLoop::PowerLoop(double mu, double alpha)
-    : mu_(mu), alpha_(alpha), critical_(std::numeric_limits<double>::quiet_NaN()) {
-    if (mu > 1.0) {
-        // dp/dv = 0: alpha = v^(mu + 1) / (mu (v - 1)^2), smallest at v = (mu + 1)/(mu - 1).
-        const double v = (mu + 1.0) / (mu - 1.0);
-        critical_ = std::pow(v, mu + 1.0) / (mu * (v - 1.0) * (v - 1.0));
-    }
+/// dp/dv = 0: alpha = v^(mu + 1) / (mu (v - 1)^2), smallest at the critical volume.
+double PowerLoop::critical_attraction(double mu) {
+    const double v = critical_volume(mu);
+    return std::pow(v, mu + 1.0) / (mu * (v - 1.0) * (v - 1.0));
 }
+
+PowerLoop::PowerLoop(double mu, double alpha)
+    : mu_(mu),
+      alpha_(alpha),
+      critical_(mu > 1.0 ? critical_attraction(mu) : std::numeric_limits<double>::quiet_NaN()) {}
 
 bool PowerLoop::rises() const {
     return supercooled(alpha_, critical_);
@@ -380,11 +382,11 @@ std::optional<Pair> DietericiLoop::estimate() const {
 }
 
 bool DietericiSadusLoop::rises() const {
-    return supercooled(alpha_, SADUS_FAMILY.critical_attraction);
+    return supercooled(alpha_, DIETERICI_SADUS_FAMILY.critical_attraction);
 }
 
 double DietericiSadusLoop::interior() const {
-    return std::log(SADUS_FAMILY.critical_volume - 1.0);
+    return std::log(DIETERICI_SADUS_FAMILY.critical_volume - 1.0);
 }
 
 namespace {
@@ -445,7 +447,7 @@ Imbalance DietericiSadusLoop::imbalance(const Pair& pair) const {
 }
 
 std::optional<Pair> DietericiSadusLoop::estimate() const {
-    if (const auto pair = fitted(SADUS_FAMILY, alpha_)) {
+    if (const auto pair = fitted(DIETERICI_SADUS_FAMILY, alpha_)) {
         return pair;
     }
     const double gas = cold_gas(alpha_, 2.07, 29.2);

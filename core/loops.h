@@ -55,6 +55,10 @@ class PowerLoop {
 public:
     static constexpr bool LOGARITHMIC = false;
 
+    /// Of the family with exponent mu > 1.
+    static double critical_attraction(double mu);
+    static double critical_volume(double mu) { return (mu + 1.0) / (mu - 1.0); }
+
     PowerLoop(double mu, double alpha);
     bool rises() const;
     double interior() const;
@@ -69,6 +73,9 @@ public:
 private:
     double mu_, alpha_, critical_;
 };
+
+extern const Family DIETERICI_FAMILY;
+extern const Family DIETERICI_SADUS_FAMILY;
 
 /// Dieterici: p = exp(-alpha/v) / (v - 1). The level is ln p.
 class DietericiLoop {

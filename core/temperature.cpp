@@ -7,6 +7,7 @@
 #include <numbers>
 #include <string>
 
+#include "core/automatic.h"
 #include "core/calcnum.h"
 #include "core/errors.h"
 #include "core/gas_database.h"
@@ -74,28 +75,14 @@ double redlich_kwong(const State& s) {
     return std::isfinite(scale) && std::fabs(residual) <= 1e-12 * scale ? x * x : NO_ROOT;
 }
 
-/// With the automatic B = b - a/(RT) the pressure is linear too: its attraction a/vm^2 does not depend on T.
+/// With an automatic B the pressure is linear too: its attraction a/vm^2 does not depend on T.
 double virial(const State& s) {
-    const auto& gas = s.slot.gas;
-    if (!(gas.pc > 0.0))  // so that B is stored
+    const auto behind = behind_automatic_b(s.slot);
+    if (!behind)
         return linear(s);
-    const auto automatic = Global::derive(EquationOfState::Virial, gas.tc, gas.pc, 0.0, 0.0, s.slot.temperature);
-    if (gas.b != automatic.b)
-        return linear(s);
-    const auto [a, b, c, d] = Global::derive(EquationOfState::VanDerWaals, gas.tc, gas.pc, 0.0, 0.0, 0.0);
     Coefficients k = s.k;
-    k.b = b;
-    return (s.p + a / (s.vm * s.vm)) / s.model.pressure(k, 1.0, s.vm);
-}
-
-/// a(Tc) of models 7 and 8 behind the slot's a(T). The loader multiplied by the same factor, so that dividing by it is
-/// exact to rounding, however small it is. At Tc (1 + 1/m)^2 it is 0, and only the critical constants tell a(Tc).
-double critical_attraction(const State& s) {
-    const auto& gas = s.slot.gas;
-    const double factor = Global::temperature_factor(s.model.number, gas.c, s.slot.temperature / gas.tc);
-    if (factor != 0.0)
-        return s.k.a / factor;
-    return Global::derive(s.model.number, gas.tc, gas.pc, gas.c, s.k.mu, gas.tc).a;
+    k.b = behind->b;
+    return (s.p + behind->a / (s.vm * s.vm)) / s.model.pressure(k, 1.0, s.vm);
 }
 
 /// Models 7 and 8: with s = sqrt(T), a(T) = ac ((1 + m) - m s/sqrt(Tc))^2 makes P a quadratic in s.
@@ -104,7 +91,7 @@ double soave(const State& s) {
     const double m = Global::acentric_slope(s.model.number, gas.c);
     // At T = 0 only the attraction is left: -a(Tc)/(vm (vm + b) ...).
     Coefficients k = s.k;
-    k.a = critical_attraction(s);
+    k.a = attraction_at_tc(s.slot);
     const double attraction = -s.model.pressure(k, 0.0, s.vm);
     const double slope = m / std::sqrt(gas.tc);
     const double root = rising_root(thermal_pressure(s) - attraction * slope * slope,

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <numeric>
 #include <vector>
 
 #include "core/calcnum.h"
 #include "core/models.h"
+#include "core/polynomial.h"
 
 namespace tavo::calcnum {
 
@@ -16,54 +16,6 @@ namespace {
 /// Where the search begins without a co-volume, and where it ends [l/mol].
 constexpr double SMALLEST = 1e-100;
 constexpr double LARGEST = 1e300;
-
-/// Where f changes its sign between low and high, both above core: one of two neighbouring numbers, the one nearer to
-/// 0. Distances from the core are halved on a logarithmic scale until they are of one size.
-template <class Function>
-double crossing(double core, double low, double high, const Function& f) {
-    const bool sign = f(low) > 0.0;
-    for (;;) {
-        const double near = low - core;
-        const double far = high - core;
-        const double middle = far > 4.0 * near ? core + std::sqrt(near) * std::sqrt(far) : std::midpoint(low, high);
-        if (!(middle > low && middle < high))
-            break;
-        ((f(middle) > 0.0) == sign ? low : high) = middle;
-    }
-    return std::abs(f(low)) < std::abs(f(high)) ? low : high;
-}
-
-/// c0 + c1 x + c2 x^2 + ...
-using Polynomial = std::vector<double>;
-
-double value(const Polynomial& f, double x) {
-    return std::accumulate(f.rbegin(), f.rend(), 0.0, [x](double sum, double c) { return sum * x + c; });
-}
-
-/// Roots above 0 where the sign changes, ascending: one at most between neighbouring roots of the derivative.
-std::vector<double> positive_roots(Polynomial f) {
-    while (!f.empty() && f.back() == 0.0)
-        f.pop_back();
-    if (f.size() < 2)
-        return {};
-    Polynomial derivative;
-    double bound = 0.0;  // A.-L. Cauchy's
-    for (std::size_t i = 0; i + 1 < f.size(); ++i) {
-        derivative.push_back(static_cast<double>(i + 1) * f[i + 1]);
-        bound = std::max(bound, std::abs(f[i] / f.back()));
-    }
-    std::vector<double> edges = positive_roots(derivative);
-    edges.push_back(std::max(1.0 + bound, edges.empty() ? 0.0 : 2.0 * edges.back()));
-    std::vector<double> roots;
-    const auto at = [&f](double x) { return value(f, x); };
-    double low = std::numeric_limits<double>::min();
-    for (const double high : edges) {
-        if ((at(low) > 0.0) != (at(high) > 0.0))
-            roots.push_back(crossing(0.0, low, high, at));
-        low = high;
-    }
-    return roots;
-}
 
 /// Factor of the attraction in the pressure of one mole, a/(v ...): a, a/T or a/sqrt(T).
 double attraction(const EquationSlot& slot, double t) {

@@ -27,6 +27,11 @@ Output output_of(Phase phase, Root root, double stable) {
     return out;
 }
 
+/// "~" stands for a no-break space: a number stays with its unit.
+QString tied(const char* sentence) {
+    return QString::fromUtf8(sentence).replace(u'~', QChar::Nbsp);
+}
+
 }  // namespace
 
 class tst_texto_estado : public QObject {
@@ -46,23 +51,22 @@ void tst_texto_estado::state_data() {
     QTest::addColumn<double>("stable");
     QTest::addColumn<QString>("sentence");
     const auto row = [](Phase phase, Root root, double stable, const char* sentence) {
-        QTest::newRow(sentence) << static_cast<int>(phase) << static_cast<int>(root) << stable
-                                << QString::fromUtf8(sentence);
+        QTest::newRow(sentence) << static_cast<int>(phase) << static_cast<int>(root) << stable << tied(sentence);
     };
     row(Phase::Gas, Root::Only, 0.0, "Gas.");
     row(Phase::Liquid, Root::Liquid, 0.0, "Líquido. Se muestra la raíz del líquido.");
     row(Phase::SuperheatedLiquid, Root::Liquid, 12.34567,
-        "Líquido sobrecalentado, metaestable. Con este volumen lo estable es líquido y gas juntos a Pv = 3800 mmHg, "
-        "con el 51.3 % de la cantidad en el líquido. Se muestra la raíz del líquido. A esta presión la fase estable es "
-        "el gas (V = 12350 cm³).");
+        "Líquido sobrecalentado, metaestable. Con este volumen lo estable es líquido y gas juntos a Pv~=~3800~mmHg, "
+        "con el 51.3~% de la cantidad en el líquido. Se muestra la raíz del líquido. A esta presión la fase estable es "
+        "el gas (V~=~12350~cm³).");
     row(Phase::Unstable, Root::Middle, 0.09,
-        "Estado inestable, dentro del bucle del modelo. Con este volumen lo estable es líquido y gas juntos a Pv = "
-        "3800 mmHg, con el 51.3 % de la cantidad en el líquido. A esta presión la fase estable es el líquido (V = 90 "
+        "Estado inestable, dentro del bucle del modelo. Con este volumen lo estable es líquido y gas juntos a Pv~=~"
+        "3800~mmHg, con el 51.3~% de la cantidad en el líquido. A esta presión la fase estable es el líquido (V~=~90~"
         "cm³).");
     row(Phase::SupersaturatedVapour, Root::Gas, 0.09,
-        "Vapor sobresaturado, metaestable. Con este volumen lo estable es líquido y gas juntos a Pv = 3800 mmHg, con "
-        "el 51.3 % de la cantidad en el líquido. Se muestra la raíz del gas. A esta presión la fase estable es el "
-        "líquido (V = 90 cm³).");
+        "Vapor sobresaturado, metaestable. Con este volumen lo estable es líquido y gas juntos a Pv~=~3800~mmHg, con "
+        "el 51.3~% de la cantidad en el líquido. Se muestra la raíz del gas. A esta presión la fase estable es el "
+        "líquido (V~=~90~cm³).");
 }
 
 void tst_texto_estado::state() {
@@ -85,13 +89,13 @@ void tst_texto_estado::failure_data() {
     QTest::addColumn<int>("reason");
     QTest::addColumn<QString>("sentence");
     const auto row = [](Reason reason, const char* sentence) {
-        QTest::newRow(sentence) << static_cast<int>(reason) << QString::fromUtf8(sentence);
+        QTest::newRow(sentence) << static_cast<int>(reason) << tied(sentence);
     };
     row(Reason::SmallMu, "<93>");
     row(Reason::InsideCovolume,
-        "El volumen debe ser mayor que 42.87 cm³, el que ocupan las propias moléculas (covolumen).");
+        "El volumen debe ser mayor que 42.87~cm³, el que ocupan las propias moléculas (covolumen).");
     row(Reason::VolumeNotReached,
-        "El cálculo, que parte del volumen del gas ideal, no llega al volumen buscado. Esa presión la da V = 42.87 "
+        "El cálculo, que parte del volumen del gas ideal, no llega al volumen buscado. Esa presión la da V~=~42.87~"
         "cm³.");
     row(Reason::NotFinite, "El cálculo no da un resultado finito.");
 }

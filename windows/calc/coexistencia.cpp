@@ -26,7 +26,7 @@ Coexistencia::Coexistencia(Texto texto, QWidget* padre) : QWidget(padre), texto_
         box->setReadOnly(true);
         box->setAlignment(Qt::AlignRight);
         box->setMinimumWidth(box->fontMetrics().horizontalAdvance(QStringLiteral("00000000.0000")) + 12);
-        box->setAccessibleName(caption->text());
+        box->setAccessibleName(spoken(caption->text()));
         caption->setBuddy(box);
         unit = new EtiquetaUnidad(family, this);
         unit->setObjectName(QStringLiteral("lb") + name);

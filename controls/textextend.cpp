@@ -1,0 +1,756 @@
+#include "controls/textextend.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QDropEvent>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMimeData>
+#include <QProxyStyle>
+#include <QScopedValueRollback>
+#include <QValidator>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "controls/bolsa_propiedades.h"
+#include "core/numtext.h"
+
+namespace {
+
+constexpr int FORE_COLOUR = 0xD05C28;  // blue, green, red
+constexpr int WHITE = 0xFFFFFF;
+constexpr int CUSTOM_POINTER = 99;
+constexpr double READABLE = 4.5;  // contrast of text, WCAG 2.1, success criterion 1.4.3
+const auto FONT_NAME = QStringLiteral("Ms Sans Serif");
+
+QColor colour_of(int value) {
+    return {value & 0xFF, value >> 8 & 0xFF, value >> 16 & 0xFF};
+}
+
+int value_of(const QColor& colour) {
+    return colour.red() | colour.green() << 8 | colour.blue() << 16;
+}
+
+/// Relative luminance, WCAG 2.1.
+double luminance(const QColor& colour) {
+    const auto linear = [](double c) { return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4); };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
+}
+
+/// The colour, as much lighter as a dark background needs.
+QColor readable(QColor colour, const QColor& background) {
+    const double behind = luminance(background);
+    for (int step = 0; step < 16 && (luminance(colour) + 0.05) / (behind + 0.05) < READABLE && behind < 0.18; ++step)
+        colour =
+            QColor::fromHslF(colour.hslHueF(), colour.hslSaturationF(), std::min(1.0F, colour.lightnessF() + 0.05F));
+    return colour;
+}
+
+std::u16string_view view(const QString& text) {
+    return {QStringView(text).utf16(), static_cast<std::size_t>(text.size())};
+}
+
+Qt::Alignment alignment_of(int alignment) {
+    constexpr std::array SIDES{Qt::AlignLeft, Qt::AlignRight, Qt::AlignHCenter};
+    return SIDES[static_cast<std::size_t>(std::clamp(alignment, 0, 2))] | Qt::AlignVCenter;
+}
+
+Qt::CursorShape pointer_shape(int pointer) {
+    constexpr std::array SHAPES{Qt::IBeamCursor,     Qt::ArrowCursor,   Qt::CrossCursor,     Qt::IBeamCursor,
+                                Qt::ArrowCursor,     Qt::SizeAllCursor, Qt::SizeBDiagCursor, Qt::SizeVerCursor,
+                                Qt::SizeFDiagCursor, Qt::SizeHorCursor, Qt::UpArrowCursor,   Qt::WaitCursor,
+                                Qt::ForbiddenCursor, Qt::BusyCursor,    Qt::WhatsThisCursor, Qt::SizeAllCursor};
+    const auto at = static_cast<std::size_t>(pointer);
+    return pointer >= 0 && at < SHAPES.size() ? SHAPES[at] : Qt::IBeamCursor;
+}
+
+QString plain_caption(const QString& caption) {
+    QString plain;
+    for (qsizetype i = 0; i < caption.size(); ++i) {
+        if (caption[i] == u'&' && i + 1 < caption.size())
+            ++i;
+        plain.append(caption[i]);
+    }
+    plain = plain.trimmed();
+    if (plain.endsWith(u':'))
+        plain.chop(1);
+    return plain.trimmed();
+}
+
+/// One line: breaks, tabs and control characters of a text that comes in are blanks.
+QString one_line(QString text) {
+    for (QChar& c : text)
+        if (c.unicode() < u' ' || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
+            c = u' ';
+    return text;
+}
+
+std::int16_t shift_of(Qt::KeyboardModifiers keys) {
+    return static_cast<std::int16_t>((keys & Qt::ShiftModifier ? 1 : 0) | (keys & Qt::ControlModifier ? 2 : 0) |
+                                     (keys & Qt::AltModifier ? 4 : 0));
+}
+
+std::int16_t button_of(Qt::MouseButtons buttons) {
+    return static_cast<std::int16_t>((buttons & Qt::LeftButton ? 1 : 0) | (buttons & Qt::RightButton ? 2 : 0) |
+                                     (buttons & Qt::MiddleButton ? 4 : 0));
+}
+
+/// The number of the key on the keyboard as forms know it: letters and digits by their capitals, F1 to F24 from 112.
+std::int16_t key_code(const QKeyEvent& event) {
+    struct Code {
+        int key;
+        std::int16_t code;
+    };
+    constexpr std::array CODES{
+        Code{Qt::Key_Backspace, 8}, Code{Qt::Key_Tab, 9},       Code{Qt::Key_Backtab, 9},   Code{Qt::Key_Return, 13},
+        Code{Qt::Key_Enter, 13},    Code{Qt::Key_Shift, 16},    Code{Qt::Key_Control, 17},  Code{Qt::Key_Alt, 18},
+        Code{Qt::Key_Pause, 19},    Code{Qt::Key_CapsLock, 20}, Code{Qt::Key_Escape, 27},   Code{Qt::Key_PageUp, 33},
+        Code{Qt::Key_PageDown, 34}, Code{Qt::Key_End, 35},      Code{Qt::Key_Home, 36},     Code{Qt::Key_Left, 37},
+        Code{Qt::Key_Up, 38},       Code{Qt::Key_Right, 39},    Code{Qt::Key_Down, 40},     Code{Qt::Key_Print, 44},
+        Code{Qt::Key_Insert, 45},   Code{Qt::Key_Delete, 46},   Code{Qt::Key_NumLock, 144}, Code{Qt::Key_Plus, 187},
+        Code{Qt::Key_Comma, 188},   Code{Qt::Key_Minus, 189},   Code{Qt::Key_Period, 190}};
+    const int key = event.key();
+    if (key >= Qt::Key_F1 && key <= Qt::Key_F24)
+        return static_cast<std::int16_t>(112 + key - Qt::Key_F1);
+    const auto found = std::find_if(CODES.begin(), CODES.end(), [key](const Code& row) { return row.key == key; });
+    if (found != CODES.end())
+        return found->code;
+    return static_cast<std::int16_t>(key < 0x100 ? key : 0);
+}
+
+/// The character that a key types, 8 for backspace, 13 for the enter keys; 0 for all keys that are commands.
+std::int16_t key_ascii(const QKeyEvent& event) {
+    const auto keys = event.modifiers();
+    if (keys & Qt::ControlModifier && !(keys & Qt::AltModifier))  // both together are the third level of a keyboard
+        return 0;
+    if (event.key() == Qt::Key_Backspace)
+        return 8;
+    if (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter)
+        return 13;
+    const QString typed = event.text();
+    return !typed.isEmpty() && typed.front() >= u' ' && typed.front() != QChar(0x7F)
+               ? static_cast<std::int16_t>(typed.front().unicode())
+               : std::int16_t{0};
+}
+
+/// Shows a character of the host's choice for every one of a password.
+class PasswordStyle : public QProxyStyle {
+public:
+    explicit PasswordStyle(QChar character) : QProxyStyle(QApplication::style()->name()), character_(character) {}
+
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* data) const override {
+        return hint == SH_LineEdit_PasswordCharacter ? character_.unicode()
+                                                     : QProxyStyle::styleHint(hint, option, widget, data);
+    }
+
+private:
+    QChar character_;
+};
+
+/// A stored property: the name it is written under, the one it is read under (none: not read), the property itself.
+struct Row {
+    const char* written;
+    const char* read;
+    const char* property;
+    QVariant omission;
+};
+
+const std::array<Row, 21>& rows() {
+    static const std::array<Row, 21> ROWS{{
+        {"Text", "Text", "Text", QString()},
+        {"Alignement", "Alignement", "Alignment", 1},
+        {"Appearance", "Appearance", "Appearance", 1},
+        {"BorderStyle", "BorderStyle", "BorderStyle", 1},
+        {"MousePointer", "MousePointer", "MousePointer", 0},
+        {"MouseIcon", "MouseIcon", "MouseIcon", {}},
+        {"NumberBox", "NumberBox", "NumberBox", 0},
+        {"Signo", "Signo", "Signo", true},
+        {"Locked", "Locked", "Locked", 0},
+        {"Enabled", "Enabled", "Enabled", 1},
+        {"ForeColor", "ForeColor", "ForeColor", FORE_COLOUR},
+        {"Backcolor", "BackColor", "BackColor", QString()},
+        {"Font", "Font", "Font", FONT_NAME},
+        {"PasswordChar", nullptr, "PasswordChar", QString()},
+        {"SelOnFocus", "SelOnFocus", "SelOnFocus", 1},
+        {"Header", "Header", "Header", 0},
+        {"HeaderAlignement", "HeaderAlignement", "HeaderAlignement", 1},
+        {"HeaderForeColor", "HeaderForeColor", "HeaderForeColor", FORE_COLOUR},
+        {"HeaderBackColor", "HeaderBackColor", "HeaderBackColor", WHITE},
+        {"HeaderFont", "HeaderFont", "HeaderFont", FONT_NAME},
+        {"HeaderCaption", "HeaderCaption", "HeaderCaption", QStringLiteral("Header")},
+    }};
+    return ROWS;
+}
+
+}  // namespace
+
+/// The line edit, with the box's rules as the validator of what the user does: a change that they do not take is undone
+/// before anybody sees it and leaves no trace in the undo history.
+class textextend::Entrada : public QLineEdit {
+public:
+    explicit Entrada(textextend* box) : QLineEdit(box), box_(box) {
+        setObjectName(QStringLiteral("Txt"));
+        setMouseTracking(true);
+        setValidator(new Rules(this));
+    }
+
+    /// Paste and drop: one line, in the filtering modes without blanks around it. False when it is not taken.
+    bool take(const QString& text) {
+        if (isReadOnly())
+            return false;
+        QString line = one_line(text);
+        if (box_->filtro_ != Filtro::Free)
+            line = line.trimmed();
+        if (line.isEmpty())
+            return true;
+        separate();
+        const bool taken = as_user([&] { insert(line); });
+        separate();
+        if (!taken)
+            emit box_->refused();
+        return taken;
+    }
+
+    /// Runs a handler of the host, whose own changes of the text are not the user's.
+    template <class Handler>
+    void as_host(Handler handler) {
+        const QScopedValueRollback host(by_user_, false);
+        handler();
+    }
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        emit box_->KeyDown(key_code(*event), shift_of(event->modifiers()));
+        if (const std::int16_t key = key_ascii(*event); key != 0)
+            return press(key, event);
+        if (event->matches(QKeySequence::Paste))
+            take(QApplication::clipboard()->text());
+        else if (event->matches(QKeySequence::Undo) || event->matches(QKeySequence::Redo))
+            QLineEdit::keyPressEvent(event);  // back to texts that stood
+        else
+            as_user([&] { QLineEdit::keyPressEvent(event); });
+    }
+
+    void keyReleaseEvent(QKeyEvent* event) override {
+        QLineEdit::keyReleaseEvent(event);
+        emit box_->KeyUp(key_code(*event), shift_of(event->modifiers()));
+    }
+
+    void inputMethodEvent(QInputMethodEvent* event) override {
+        if (isReadOnly())
+            return QLineEdit::inputMethodEvent(event);
+        if (!composing_)
+            before_composition_ = text();
+        composing_ = !event->preeditString().isEmpty();
+        const QString typed = event->commitString();
+        const QString commit = filtered(typed);
+        bool taken = commit.isEmpty() == typed.isEmpty();
+        event->setCommitString(commit, taken ? event->replacementStart() : 0, taken ? event->replacementLength() : 0);
+        taken = as_user([&] { QLineEdit::inputMethodEvent(event); }) && taken;
+        if (taken)
+            return;
+        take_back_composition();
+        if (typed.size() > 1)
+            emit box_->refused();
+    }
+
+    void mousePressEvent(QMouseEvent* event) override {
+        const QPointF at = event->position();
+        QLineEdit::mousePressEvent(event);
+        emit box_->MouseDown(button_of(event->button()), shift_of(event->modifiers()), at.x(), at.y());
+    }
+
+    void mouseMoveEvent(QMouseEvent* event) override {
+        const QPointF at = event->position();
+        QLineEdit::mouseMoveEvent(event);
+        emit box_->MouseMove(button_of(event->buttons()), shift_of(event->modifiers()), at.x(), at.y());
+    }
+
+    void mouseReleaseEvent(QMouseEvent* event) override {
+        const QPointF at = event->position();
+        const auto* clipboard = QApplication::clipboard();
+        if (event->button() == Qt::MiddleButton && clipboard->supportsSelection()) {
+            deselect();
+            take(clipboard->text(QClipboard::Selection));
+        } else {
+            QLineEdit::mouseReleaseEvent(event);
+        }
+        if (entered_by_click_ && !hasSelectedText())
+            selectAll();  // the click that enters the box put the caret and lost the selection
+        entered_by_click_ = false;
+        emit box_->MouseUp(button_of(event->button()), shift_of(event->modifiers()), at.x(), at.y());
+        if (event->button() == Qt::LeftButton && rect().contains(at.toPoint()))
+            emit box_->Click();
+    }
+
+    void mouseDoubleClickEvent(QMouseEvent* event) override {
+        QLineEdit::mouseDoubleClickEvent(event);
+        emit box_->DblClick();
+    }
+
+    void contextMenuEvent(QContextMenuEvent* event) override {
+        QMenu* menu = createStandardContextMenu();
+        menu->setAttribute(Qt::WA_DeleteOnClose);
+        redirect(*menu, "edit-paste", [this] { take(QApplication::clipboard()->text()); });
+        redirect(*menu, "edit-cut", [this] { as_user([this] { cut(); }); });
+        redirect(*menu, "edit-delete", [this] { as_user([this] { del(); }); });
+        menu->popup(event->globalPos());
+    }
+
+    void dropEvent(QDropEvent* event) override {
+        if (isReadOnly() || !event->mimeData()->hasText())
+            return QLineEdit::dropEvent(event);
+        setCursorPosition(cursorPositionAt(event->position().toPoint()));
+        if (take(event->mimeData()->text()))
+            event->acceptProposedAction();
+        else
+            event->setDropAction(Qt::IgnoreAction);  // the giver of a move keeps its text
+    }
+
+    void focusInEvent(QFocusEvent* event) override {
+        QLineEdit::focusInEvent(event);
+        if (!is_change_of_place(*event))
+            return;
+        entered_by_click_ = box_->select_on_focus_ && event->reason() == Qt::MouseFocusReason;
+        if (box_->select_on_focus_)
+            selectAll();
+        emit box_->GotFocus();
+    }
+
+    void focusOutEvent(QFocusEvent* event) override {
+        QLineEdit::focusOutEvent(event);
+        entered_by_click_ = false;
+        if (is_change_of_place(*event))
+            box_->Txt_LostFocus();
+    }
+
+private:
+    class Rules : public QValidator {
+    public:
+        explicit Rules(Entrada* entry) : QValidator(entry), entry_(entry) {}
+
+        State validate(QString& text, int&) const override {
+            const textextend& box = *entry_->box_;
+            if (!entry_->by_user_ || reglas::may_become(box.filtro_, box.signo_, view(box.standing_), view(text)))
+                return Acceptable;
+            entry_->undone_ = true;
+            return Invalid;
+        }
+
+    private:
+        Entrada* entry_;
+    };
+
+    /// A menu, another program or a message box in between is not: the user is still at this box.
+    bool is_change_of_place(const QFocusEvent& event) const {
+        switch (event.reason()) {
+            case Qt::PopupFocusReason:
+            case Qt::MenuBarFocusReason:
+                return false;
+            case Qt::ActiveWindowFocusReason:
+                return event.lostFocus() && window()->isActiveWindow();  // another child window
+            default:
+                return true;
+        }
+    }
+
+    /// False when the rules undid what the action changed; the caret is then at the end.
+    template <class Action>
+    bool as_user(Action action) {
+        undone_ = false;
+        {
+            const QScopedValueRollback user(by_user_, true);
+            action();
+        }
+        if (!undone_)
+            return true;
+        undone_ = false;
+        end(false);
+        return false;
+    }
+
+    std::int16_t filtered(std::int16_t key) {
+        key = reglas::filter_key(box_->filtro_, box_->signo_, key);
+        emit box_->KeyPress(key);
+        return key;
+    }
+
+    /// The characters of an input method, each as the key that it stands for; empty when one of them is dropped.
+    QString filtered(const QString& typed) {
+        QString result;
+        for (const QChar c : typed) {
+            const std::int16_t key = filtered(static_cast<std::int16_t>(c.unicode()));
+            if (key == 0)
+                return {};
+            result.append(QChar(static_cast<char16_t>(key)));
+        }
+        return result;
+    }
+
+    void press(std::int16_t key, QKeyEvent* event) {
+        const std::int16_t kept = filtered(key);
+        if (kept == 0)
+            return event->accept();
+        if (kept == key)
+            as_user([&] { QLineEdit::keyPressEvent(event); });
+        else if (!isReadOnly())
+            as_user([&] { insert(QString(QChar(static_cast<char16_t>(kept)))); });
+    }
+
+    /// Beginning a composition deletes the selection, which a refused one gives back.
+    void take_back_composition() {
+        if (composing_ || text() == before_composition_)
+            return;
+        undo();
+        if (text() != before_composition_)
+            setText(before_composition_);
+        end(false);
+    }
+
+    /// Ends the step that undo takes back in one; moving the caret does.
+    void separate() {
+        if (hasSelectedText() || text().isEmpty())
+            return;
+        const int at = cursorPosition();
+        setCursorPosition(at == 0 ? 1 : at - 1);
+        setCursorPosition(at);
+    }
+
+    template <class Action>
+    void redirect(QMenu& menu, const char* name, Action action) {
+        for (QAction* entry : menu.actions())
+            if (entry->objectName() == QLatin1String(name)) {
+                QObject::disconnect(entry, &QAction::triggered, nullptr, nullptr);
+                connect(entry, &QAction::triggered, this, action);
+            }
+    }
+
+    textextend* box_;
+    bool by_user_ = false, undone_ = false;
+    bool entered_by_click_ = false;
+    bool composing_ = false;
+    QString before_composition_;
+};
+
+textextend::textextend(QWidget* padre)
+    : QWidget(padre), lblHeader(new QLabel(this)), entrada_(new Entrada(this)), Txt(entrada_) {
+    lblHeader->setObjectName(QStringLiteral("lblHeader"));
+    lblHeader->setTextFormat(Qt::PlainText);
+    lblHeader->setBuddy(Txt);
+    lblHeader->setText(QStringLiteral("Header"));
+    lblHeader->hide();
+    setFocusProxy(Txt);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    connect(Txt, &QLineEdit::textChanged, this, &textextend::Txt_Change);
+    setAlignment(1);
+    setHeaderAlignement(1);
+    colour();
+    lay_out();
+}
+
+void textextend::announce(const char* property) {
+    if (!restoring_)
+        emit PropertyChanged(QLatin1String(property));
+}
+
+void textextend::setFont_(const QFont& font) {
+    font_set_ = true;
+    Txt->setFont(font);
+    lay_out();
+    announce("Font");
+}
+
+QColor textextend::ForeColor() const {
+    return fore_.value_or(colour_of(FORE_COLOUR));
+}
+
+void textextend::setForeColor(const QColor& ink) {
+    fore_ = ink;
+    colour();
+    announce("ForeColor");
+}
+
+QColor textextend::BackColor() const {
+    return back_.value_or(palette().color(QPalette::Active, QPalette::Base));
+}
+
+void textextend::setBackColor(const QColor& ink) {
+    back_ = ink;
+    colour();
+    announce("BackColor");
+}
+
+void textextend::setText(const QString& text) {
+    entrada_->as_host([&] { Txt->setText(text); });
+    announce("Text");
+}
+
+void textextend::setAlignment(int alignment) {
+    alignment_ = std::clamp(alignment, 0, 2);
+    Txt->setAlignment(alignment_of(alignment_));
+    announce("Alignment");
+}
+
+void textextend::setMousePointer(int pointer) {
+    mouse_pointer_ = pointer;
+    show_pointer();
+    announce("MousePointer");
+}
+
+void textextend::setMouseIcon(const QPixmap& picture) {
+    mouse_icon_ = picture;
+    show_pointer();
+    announce("MouseIcon");
+}
+
+void textextend::setAppearance(int appearance) {
+    appearance_ = appearance;
+    announce("Appearance");
+}
+
+void textextend::setBorderStyle(int style) {
+    Txt->setFrame(style != 0);
+    lay_out();
+    announce("BorderStyle");
+}
+
+void textextend::setNumberBox(int mode) {
+    if (mode < 0 || mode > static_cast<int>(Filtro::Letters))
+        return;
+    const auto wanted = static_cast<Filtro>(mode);
+    if (wanted != filtro_)
+        Txt->setText(Txt->text());  // undo must not go back to what the new mode refuses
+    filtro_ = wanted;
+    Txt->setInputMethodHints(filtro_ == Filtro::Integer   ? Qt::ImhDigitsOnly
+                             : filtro_ == Filtro::Decimal ? Qt::ImhFormattedNumbersOnly
+                             : filtro_ == Filtro::Letters ? Qt::ImhLatinOnly
+                                                          : Qt::ImhNone);
+    announce("NumberBox");
+}
+
+void textextend::setSigno(bool allowed) {
+    if (allowed != signo_)
+        Txt->setText(Txt->text());
+    signo_ = allowed;
+    announce("Signo");
+}
+
+void textextend::setSelOnFocus(bool select) {
+    select_on_focus_ = select;
+    announce("SelOnFocus");
+}
+
+void textextend::setEnabled_(bool enabled) {
+    Txt->setEnabled(enabled);
+    announce("Enabled");
+}
+
+void textextend::setLocked(bool locked) {
+    Txt->setReadOnly(locked);
+    announce("Locked");
+}
+
+void textextend::setPasswordChar(const QString& character) {
+    password_char_ = character.left(1);
+    QStyle* old = qobject_cast<QProxyStyle*>(Txt->style());
+    if (!old || old->parent() != Txt)
+        old = nullptr;
+    QStyle* style = password_char_.isEmpty() ? nullptr : new PasswordStyle(password_char_.front());
+    if (style)
+        style->setParent(Txt);
+    Txt->setStyle(style);
+    delete old;
+    Txt->setEchoMode(style ? QLineEdit::Password : QLineEdit::Normal);
+    show_tip();
+    announce("PasswordChar");
+}
+
+void textextend::setHeader(bool visible) {
+    lblHeader->setVisible(visible);
+    lay_out();
+    announce("Header");
+}
+
+void textextend::setHeaderAlignement(int alignment) {
+    header_alignment_ = std::clamp(alignment, 0, 2);
+    lblHeader->setAlignment(alignment_of(header_alignment_));
+    announce("HeaderAlignement");
+}
+
+QColor textextend::HeaderForeColor() const {
+    return header_fore_.value_or(colour_of(FORE_COLOUR));
+}
+
+void textextend::setHeaderForeColor(const QColor& ink) {
+    header_fore_ = ink;
+    colour();
+    announce("HeaderForeColor");
+}
+
+QColor textextend::HeaderBackColor() const {
+    return header_back_.value_or(colour_of(WHITE));
+}
+
+void textextend::setHeaderBackColor(const QColor& ink) {
+    header_back_ = ink;
+    colour();
+    announce("HeaderBackColor");
+}
+
+void textextend::setHeaderFont(const QFont& font) {
+    header_font_set_ = true;
+    lblHeader->setFont(font);
+    lay_out();
+    announce("HeaderFont");
+}
+
+void textextend::setHeaderCaption(const QString& caption) {
+    lblHeader->setText(caption);
+    Txt->setAccessibleName(plain_caption(caption));
+    updateGeometry();
+    announce("HeaderCaption");
+}
+
+double textextend::value() const {
+    return tavo::Val(Text().toStdString());
+}
+
+void textextend::Txt_Change(const QString& text) {
+    if (text == standing_)
+        return;  // put back
+    if (reglas::change(filtro_, view(text), view(standing_)) != view(text)) {
+        entrada_->as_host([&] { Txt->setText(QString(standing_)); });
+        return;
+    }
+    standing_ = text;
+    show_tip();
+    entrada_->as_host([&] { emit Change(); });
+}
+
+void textextend::Txt_LostFocus() {
+    const QString text = Txt->text();
+    const std::u16string_view left = reglas::on_leaving(filtro_, view(text));
+    if (left != view(text))
+        Txt->setText(QString::fromUtf16(left.data(), static_cast<qsizetype>(left.size())));
+    if (Txt->isEnabled() && isVisible())  // the user did not leave a box that was taken away
+        emit LostFocus();
+}
+
+void textextend::show_tip() {
+    const QString text = Txt->text();
+    if (!password_char_.isEmpty() || !reglas::needs_tip(Txt->fontMetrics().horizontalAdvance(text), Txt->width()))
+        return Txt->setToolTip(QString());
+    Txt->setToolTip(Qt::mightBeRichText(text) ? QStringLiteral("<qt>%1</qt>").arg(text.toHtmlEscaped()) : text);
+}
+
+void textextend::show_pointer() {
+    if (mouse_pointer_ == CUSTOM_POINTER && !mouse_icon_.isNull())
+        Txt->setCursor(QCursor(mouse_icon_));
+    else
+        Txt->setCursor(pointer_shape(mouse_pointer_));
+}
+
+void textextend::colour() {
+    const auto paint = [](QPalette& inks, QPalette::ColorRole role, const QColor& ink) {
+        for (const auto group : {QPalette::Active, QPalette::Inactive})  // disabled stays the style's grey
+            inks.setColor(group, role, ink);
+    };
+    QPalette box = palette();
+    if (back_)
+        box.setColor(QPalette::Base, *back_);
+    paint(box, QPalette::Text, fore_ ? *fore_ : readable(ForeColor(), BackColor()));
+    Txt->setPalette(box);
+
+    QPalette header = palette();
+    const QColor window = header.color(QPalette::Active, QPalette::Window);
+    const bool dark = luminance(window) < 0.18;
+    const QColor behind = header_back_ || !dark ? HeaderBackColor() : window;
+    header.setColor(QPalette::Window, behind);
+    paint(header, QPalette::WindowText, header_fore_ ? *header_fore_ : readable(HeaderForeColor(), behind));
+    lblHeader->setPalette(header);
+    lblHeader->setAutoFillBackground(header_back_ || !dark);
+}
+
+void textextend::lay_out() {
+    if (laying_out_)
+        return;
+    {
+        const QScopedValueRollback busy(laying_out_, true);
+        const int header = Header() ? lblHeader->fontMetrics().height() : 0;
+        const int box = Txt->sizeHint().height();
+        setFixedHeight(header + box);
+        lblHeader->setGeometry(0, 0, width(), header);
+        Txt->setGeometry(0, header, width(), box);
+        show_tip();
+        updateGeometry();
+    }
+    emit Resize();
+}
+
+QSize textextend::sizeHint() const {
+    return {std::max(Txt->sizeHint().width(), minimumSizeHint().width()), height()};
+}
+
+QSize textextend::minimumSizeHint() const {
+    const int header = Header() ? lblHeader->sizeHint().width() : 0;
+    return {std::max(header, Txt->minimumSizeHint().width()), height()};
+}
+
+void textextend::resizeEvent(QResizeEvent*) {
+    lay_out();
+}
+
+void textextend::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange)
+        colour();
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        lay_out();
+}
+
+QVariant textextend::stored(const char* name) const {
+    const QVariant value = property(name);
+    const QLatin1String which(name);
+    if (which == QLatin1String("BackColor") && !back_)
+        return QString();
+    if ((which == QLatin1String("Font") && !font_set_) || (which == QLatin1String("HeaderFont") && !header_font_set_))
+        return FONT_NAME;
+    if (which == QLatin1String("MouseIcon") && mouse_icon_.isNull())
+        return {};
+    return value.typeId() == QMetaType::QColor ? QVariant(value_of(value.value<QColor>())) : value;
+}
+
+void textextend::WriteProperties(BolsaPropiedades& store) const {
+    for (const Row& row : rows())
+        store.WriteProperty(QLatin1String(row.written), stored(row.property), row.omission);
+}
+
+void textextend::ReadProperties(const BolsaPropiedades& store) {
+    const QScopedValueRollback restoring(restoring_, true);
+    for (const Row& row : rows())
+        if (row.read)
+            restore(row.property, store.ReadProperty(QLatin1String(row.read), row.omission), row.omission);
+}
+
+void textextend::restore(const char* name, const QVariant& value, const QVariant& omission) {
+    const QLatin1String which(name);
+    const int type = property(name).typeId();
+    if (type == QMetaType::QPixmap)
+        return setMouseIcon(value.value<QPixmap>());
+    if (type == QMetaType::QFont && value.typeId() != QMetaType::QFont) {
+        if (value != omission)
+            setProperty(name, QFont(value.toString()));
+        return;
+    }
+    if (type == QMetaType::QColor) {
+        if (value != omission)
+            setProperty(name, colour_of(value.toInt()));
+        return;
+    }
+    setProperty(name, value);
+}
