@@ -5,14 +5,11 @@
 
 #include <cmath>
 
+#include "controls/tintas.h"
+
 namespace {
 
 constexpr int NARROWEST = 24;  // characters
-
-QColor fault_ink(const QPalette& palette) {
-    const bool dark = palette.color(QPalette::Window).lightness() < 128;
-    return dark ? QColor(255, 150, 140) : QColor(165, 20, 20);
-}
 
 }  // namespace
 
