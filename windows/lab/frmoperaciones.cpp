@@ -461,9 +461,9 @@ void frmoperaciones::mover(const Instrumento& instrument, double value) {
 
 /// The hand lets go of an instrument, a spin button or whatever it pressed: now the boxes that waited may come.
 void frmoperaciones::instrumento_MouseUp() {
-    for (Aviso& one : avisos_)
-        if (std::exchange(one.pending, false))
-            cajas_ << one.sentence;
+    for (const Variable variable : VARIABLES)
+        if (std::exchange(aviso(variable).pending, false) && rechazada_.value_or(variable) == variable)
+            cajas_ << aviso(variable).sentence;  // of a refused state nothing else is told
     muestra_cajas();
 }
 
