@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 #include "controls/bolsa_propiedades.h"
 #include "core/numtext.h"
@@ -243,7 +244,7 @@ protected:
 
     void inputMethodEvent(QInputMethodEvent* event) override {
         if (isReadOnly())
-            return QLineEdit::inputMethodEvent(event);
+            return event->ignore();
         if (!composing_)
             before_composition_ = text();
         composing_ = !event->preeditString().isEmpty();
@@ -284,12 +285,14 @@ protected:
             selectAll();  // the click that enters the box put the caret and lost the selection
         entered_by_click_ = false;
         emit box_->MouseUp(button_of(event->button()), shift_of(event->modifiers()), at.x(), at.y());
-        if (event->button() == Qt::LeftButton && rect().contains(at.toPoint()))
+        if (!std::exchange(double_clicked_, false) && event->button() == Qt::LeftButton &&
+            rect().contains(at.toPoint()))
             emit box_->Click();
     }
 
     void mouseDoubleClickEvent(QMouseEvent* event) override {
         QLineEdit::mouseDoubleClickEvent(event);
+        double_clicked_ = true;
         emit box_->DblClick();
     }
 
@@ -313,12 +316,15 @@ protected:
     }
 
     void focusInEvent(QFocusEvent* event) override {
+        const int caret = cursorPosition();
         QLineEdit::focusInEvent(event);
         if (!is_change_of_place(*event))
             return;
         entered_by_click_ = box_->select_on_focus_ && event->reason() == Qt::MouseFocusReason;
         if (box_->select_on_focus_)
             selectAll();
+        else
+            setCursorPosition(caret);  // the line edit selects on its own at a tab
         emit box_->GotFocus();
     }
 
@@ -432,7 +438,7 @@ private:
 
     textextend* box_;
     bool by_user_ = false, undone_ = false;
-    bool entered_by_click_ = false;
+    bool entered_by_click_ = false, double_clicked_ = false;
     bool composing_ = false;
     QString before_composition_;
 };
@@ -459,14 +465,13 @@ void textextend::announce(const char* property) {
 }
 
 void textextend::setFont_(const QFont& font) {
-    font_set_ = true;
     Txt->setFont(font);
     lay_out();
     announce("Font");
 }
 
 QColor textextend::ForeColor() const {
-    return fore_.value_or(colour_of(FORE_COLOUR));
+    return fore_.isValid() ? fore_ : colour_of(FORE_COLOUR);
 }
 
 void textextend::setForeColor(const QColor& ink) {
@@ -476,7 +481,7 @@ void textextend::setForeColor(const QColor& ink) {
 }
 
 QColor textextend::BackColor() const {
-    return back_.value_or(palette().color(QPalette::Active, QPalette::Base));
+    return back_.isValid() ? back_ : palette().color(QPalette::Active, QPalette::Base);
 }
 
 void textextend::setBackColor(const QColor& ink) {
@@ -552,6 +557,7 @@ void textextend::setEnabled_(bool enabled) {
 
 void textextend::setLocked(bool locked) {
     Txt->setReadOnly(locked);
+    show_pointer();
     announce("Locked");
 }
 
@@ -583,7 +589,7 @@ void textextend::setHeaderAlignement(int alignment) {
 }
 
 QColor textextend::HeaderForeColor() const {
-    return header_fore_.value_or(colour_of(FORE_COLOUR));
+    return header_fore_.isValid() ? header_fore_ : colour_of(FORE_COLOUR);
 }
 
 void textextend::setHeaderForeColor(const QColor& ink) {
@@ -593,7 +599,7 @@ void textextend::setHeaderForeColor(const QColor& ink) {
 }
 
 QColor textextend::HeaderBackColor() const {
-    return header_back_.value_or(colour_of(WHITE));
+    return header_back_.isValid() ? header_back_ : colour_of(WHITE);
 }
 
 void textextend::setHeaderBackColor(const QColor& ink) {
@@ -603,7 +609,6 @@ void textextend::setHeaderBackColor(const QColor& ink) {
 }
 
 void textextend::setHeaderFont(const QFont& font) {
-    header_font_set_ = true;
     lblHeader->setFont(font);
     lay_out();
     announce("HeaderFont");
@@ -651,6 +656,8 @@ void textextend::show_tip() {
 void textextend::show_pointer() {
     if (mouse_pointer_ == CUSTOM_POINTER && !mouse_icon_.isNull())
         Txt->setCursor(QCursor(mouse_icon_));
+    else if (mouse_pointer_ == 0 && Locked())
+        Txt->setCursor(Qt::ArrowCursor);
     else
         Txt->setCursor(pointer_shape(mouse_pointer_));
 }
@@ -661,19 +668,20 @@ void textextend::colour() {
             inks.setColor(group, role, ink);
     };
     QPalette box = palette();
-    if (back_)
-        box.setColor(QPalette::Base, *back_);
-    paint(box, QPalette::Text, fore_ ? *fore_ : readable(ForeColor(), BackColor()));
+    if (back_.isValid())
+        box.setColor(QPalette::Base, back_);
+    paint(box, QPalette::Text, fore_.isValid() ? fore_ : readable(ForeColor(), BackColor()));
     Txt->setPalette(box);
 
     QPalette header = palette();
     const QColor window = header.color(QPalette::Active, QPalette::Window);
     const bool dark = luminance(window) < 0.18;
-    const QColor behind = header_back_ || !dark ? HeaderBackColor() : window;
+    const bool own = header_back_.isValid();
+    const QColor behind = own || !dark ? HeaderBackColor() : window;
     header.setColor(QPalette::Window, behind);
-    paint(header, QPalette::WindowText, header_fore_ ? *header_fore_ : readable(HeaderForeColor(), behind));
+    paint(header, QPalette::WindowText, header_fore_.isValid() ? header_fore_ : readable(HeaderForeColor(), behind));
     lblHeader->setPalette(header);
-    lblHeader->setAutoFillBackground(header_back_ || !dark);
+    lblHeader->setAutoFillBackground(own || !dark);
 }
 
 void textextend::lay_out() {
@@ -716,9 +724,10 @@ void textextend::changeEvent(QEvent* event) {
 QVariant textextend::stored(const char* name) const {
     const QVariant value = property(name);
     const QLatin1String which(name);
-    if (which == QLatin1String("BackColor") && !back_)
+    if (which == QLatin1String("BackColor") && !back_.isValid())
         return QString();
-    if ((which == QLatin1String("Font") && !font_set_) || (which == QLatin1String("HeaderFont") && !header_font_set_))
+    if ((which == QLatin1String("Font") && !Txt->testAttribute(Qt::WA_SetFont)) ||
+        (which == QLatin1String("HeaderFont") && !lblHeader->testAttribute(Qt::WA_SetFont)))
         return FONT_NAME;
     if (which == QLatin1String("MouseIcon") && mouse_icon_.isNull())
         return {};
@@ -732,25 +741,20 @@ void textextend::WriteProperties(BolsaPropiedades& store) const {
 
 void textextend::ReadProperties(const BolsaPropiedades& store) {
     const QScopedValueRollback restoring(restoring_, true);
+    filtro_ = Filtro::Free;  // the text comes before its mode
     for (const Row& row : rows())
         if (row.read)
             restore(row.property, store.ReadProperty(QLatin1String(row.read), row.omission), row.omission);
 }
 
 void textextend::restore(const char* name, const QVariant& value, const QVariant& omission) {
-    const QLatin1String which(name);
     const int type = property(name).typeId();
     if (type == QMetaType::QPixmap)
         return setMouseIcon(value.value<QPixmap>());
-    if (type == QMetaType::QFont && value.typeId() != QMetaType::QFont) {
-        if (value != omission)
-            setProperty(name, QFont(value.toString()));
-        return;
-    }
-    if (type == QMetaType::QColor) {
-        if (value != omission)
-            setProperty(name, colour_of(value.toInt()));
-        return;
-    }
-    setProperty(name, value);
+    if (type == QMetaType::QColor)
+        setProperty(name, value == omission ? QColor() : colour_of(value.toInt()));
+    else if (type == QMetaType::QFont && value.typeId() != QMetaType::QFont)
+        setProperty(name, value == omission ? QFont() : QFont(value.toString()));
+    else
+        setProperty(name, value);
 }

@@ -10,7 +10,6 @@
 #include <QWidget>
 
 #include <cstdint>
-#include <optional>
 
 #include "controls/reglas_textextend.h"
 
@@ -49,9 +48,10 @@ class textextend : public QWidget {
 public:
     explicit textextend(QWidget* padre = nullptr);
 
+    /// QFont() is the program's own.
     QFont Font() const { return Txt->font(); }
     void setFont_(const QFont& font);
-    /// A colour that the host never set is shown in a variant that its background lets read.
+    /// A colour that the host never set, or set to an invalid one, is shown in a variant that its background lets read.
     QColor ForeColor() const;
     void setForeColor(const QColor& colour);
     QColor BackColor() const;
@@ -159,7 +159,6 @@ private:
     int alignment_ = -1, header_alignment_ = -1, mouse_pointer_ = 0, appearance_ = 1;
     QPixmap mouse_icon_;
     QString password_char_;
-    std::optional<QColor> fore_, back_, header_fore_, header_back_;  // as the host set them
-    bool font_set_ = false, header_font_set_ = false;
+    QColor fore_, back_, header_fore_, header_back_;  // invalid: not set by the host
     bool restoring_ = false, laying_out_ = false;
 };
