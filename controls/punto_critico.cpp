@@ -99,7 +99,8 @@ void PuntoCritico::make_header() {
     for (std::size_t i = 0; i < QUANTITIES.size(); ++i) {
         auto* label = new QLabel(QString::fromUtf8(QUANTITIES[i].header), this);
         label->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("0.000E+000")));
-        grid->addWidget(label, 0, static_cast<int>(i) + 1, Qt::AlignRight);
+        label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        grid->addWidget(label, 0, static_cast<int>(i) + 1);
     }
 }
 
