@@ -24,6 +24,7 @@ namespace {
 
 constexpr int FORE_COLOUR = 0xD05C28;  // blue, green, red
 constexpr int WHITE = 0xFFFFFF;
+constexpr int HEADER_INDENT = 4;  // pixels, as the text within the entry's frame
 constexpr int CUSTOM_POINTER = 99;
 constexpr double READABLE = 4.5;  // contrast of text, WCAG 2.1, success criterion 1.4.3
 const auto FONT_NAME = QStringLiteral("Ms Sans Serif");
@@ -32,7 +33,10 @@ QColor colour_of(int value) {
     return {value & 0xFF, value >> 8 & 0xFF, value >> 16 & 0xFF};
 }
 
+/// Forms know no transparency.
 int value_of(const QColor& colour) {
+    if (colour.alpha() == 0)
+        return WHITE;
     return colour.red() | colour.green() << 8 | colour.blue() << 16;
 }
 
@@ -318,8 +322,8 @@ protected:
     void focusInEvent(QFocusEvent* event) override {
         const int caret = cursorPosition();
         QLineEdit::focusInEvent(event);
-        if (!is_change_of_place(*event))
-            return;
+        if (std::exchange(inside_, true))
+            return;  // back from a menu, another program or a message box
         entered_by_click_ = box_->select_on_focus_ && event->reason() == Qt::MouseFocusReason;
         if (box_->select_on_focus_)
             selectAll();
@@ -331,8 +335,10 @@ protected:
     void focusOutEvent(QFocusEvent* event) override {
         QLineEdit::focusOutEvent(event);
         entered_by_click_ = false;
-        if (is_change_of_place(*event))
-            box_->Txt_LostFocus();
+        if (!leaves(*event))
+            return;
+        inside_ = false;
+        box_->Txt_LostFocus();
     }
 
 private:
@@ -352,17 +358,11 @@ private:
         Entrada* entry_;
     };
 
-    /// A menu, another program or a message box in between is not: the user is still at this box.
-    bool is_change_of_place(const QFocusEvent& event) const {
-        switch (event.reason()) {
-            case Qt::PopupFocusReason:
-            case Qt::MenuBarFocusReason:
-                return false;
-            case Qt::ActiveWindowFocusReason:
-                return event.lostFocus() && window()->isActiveWindow();  // another child window
-            default:
-                return true;
-        }
+    /// To a menu, another program or a message box the user does not leave; to another child window yes.
+    bool leaves(const QFocusEvent& event) const {
+        const Qt::FocusReason reason = event.reason();
+        return reason != Qt::PopupFocusReason && reason != Qt::MenuBarFocusReason &&
+               (reason != Qt::ActiveWindowFocusReason || window()->isActiveWindow());
     }
 
     /// False when the rules undid what the action changed; the caret is then at the end.
@@ -438,7 +438,7 @@ private:
 
     textextend* box_;
     bool by_user_ = false, undone_ = false;
-    bool entered_by_click_ = false, double_clicked_ = false;
+    bool inside_ = false, entered_by_click_ = false, double_clicked_ = false;
     bool composing_ = false;
     QString before_composition_;
 };
@@ -448,6 +448,7 @@ textextend::textextend(QWidget* padre)
     lblHeader->setObjectName(QStringLiteral("lblHeader"));
     lblHeader->setTextFormat(Qt::PlainText);
     lblHeader->setBuddy(Txt);
+    lblHeader->setIndent(HEADER_INDENT);
     lblHeader->setText(QStringLiteral("Header"));
     lblHeader->hide();
     setFocusProxy(Txt);
@@ -678,8 +679,9 @@ void textextend::colour() {
     const bool dark = luminance(window) < 0.18;
     const bool own = header_back_.isValid();
     const QColor behind = own || !dark ? HeaderBackColor() : window;
+    const QColor seen = behind.alpha() < 255 ? window : behind;
     header.setColor(QPalette::Window, behind);
-    paint(header, QPalette::WindowText, header_fore_.isValid() ? header_fore_ : readable(HeaderForeColor(), behind));
+    paint(header, QPalette::WindowText, header_fore_.isValid() ? header_fore_ : readable(HeaderForeColor(), seen));
     lblHeader->setPalette(header);
     lblHeader->setAutoFillBackground(own || !dark);
 }

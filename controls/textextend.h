@@ -92,6 +92,7 @@ public:
     void setHeaderAlignement(int alignment);
     QColor HeaderForeColor() const;
     void setHeaderForeColor(const QColor& colour);
+    /// A transparent one lets the window through.
     QColor HeaderBackColor() const;
     void setHeaderBackColor(const QColor& colour);
     QFont HeaderFont() const { return lblHeader->font(); }
