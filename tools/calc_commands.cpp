@@ -170,6 +170,9 @@ std::string pressure_command(Arguments& arguments) {
     return printed(pressure(table, SLOT, v));
 }
 
+/// Solves that converge have never needed a thousandth of it; a chaotic orbit would keep the caller waiting.
+constexpr long MOST_STEPS = 1'000'000;
+
 /// Molar volume from the ideal-gas start.
 double molar_volume(const SlotTable& table, double p) {
     const EquationSlot& slot = table[SLOT];
@@ -178,7 +181,7 @@ double molar_volume(const SlotTable& table, double p) {
         throw FloatingPointError("the ideal gas has no volume at " + to_text(p) + " atm");
     const double vm = slot.equation == EquationOfState::IdealGas
                           ? ideal
-                          : calcnum::newton("v", slot.equation, table, SLOT, p, slot.temperature, ideal);
+                          : calcnum::newton("v", slot.equation, table, SLOT, p, slot.temperature, ideal, MOST_STEPS);
     const Model& model = *find_model(slot.equation);
     const double least = std::max(model.covolume(coefficients(slot)), 0.0);
     if (!(vm > least))
