@@ -41,6 +41,12 @@ QString phase_text(const Texto& texto, const calculos::Output& salida) {
             return texto(604, QStringLiteral("Fluido: está por debajo de la temperatura crítica, pero el modelo no da "
                                              "aquí líquido y gas en equilibrio."));
         case Phase::SuperheatedLiquid:
+            if (salida.p < 0.0)
+                return texto(
+                    614,
+                    QStringLiteral("Líquido estirado, a presión negativa: metaestable. Con este volumen lo estable es "
+                                   "líquido y gas juntos a Pv\u00A0=\u00A0%1\u00A0%2, con el "
+                                   "%3\u00A0% de la cantidad en el líquido."));
             return texto(605, QStringLiteral("Líquido sobrecalentado, metaestable. Con este volumen lo estable es "
                                              "líquido y gas juntos a Pv\u00A0=\u00A0%1\u00A0%2, con el "
                                              "%3\u00A0% de la cantidad en el líquido."));
@@ -67,9 +73,9 @@ QString texto_estado(const Texto& texto, const calculos::Output& salida, const c
         sentences[0] = sentences[0].arg(shown(Variable::Pressure, salida.saturation->pv, pressure_unit, table),
                                         pressure_unit, percent(salida.liquid_fraction));
     if (salida.root == Root::Liquid)
-        sentences << texto(609, QStringLiteral("Se muestra la raíz del líquido."));
+        sentences << texto(609, QStringLiteral("Este volumen es la raíz del líquido."));
     else if (salida.root == Root::Gas)
-        sentences << texto(610, QStringLiteral("Se muestra la raíz del gas."));
+        sentences << texto(610, QStringLiteral("Este volumen es la raíz del gas."));
     if (salida.stable_volume) {
         const bool liquid = *salida.stable_volume < salida.v;
         const QString sentence =

@@ -39,6 +39,7 @@ class tst_texto_estado : public QObject {
 private slots:
     void state_data();
     void state();
+    void stretched();
     void withoutCoexistence();
     void failure_data();
     void failure();
@@ -54,10 +55,11 @@ void tst_texto_estado::state_data() {
         QTest::newRow(sentence) << static_cast<int>(phase) << static_cast<int>(root) << stable << tied(sentence);
     };
     row(Phase::Gas, Root::Only, 0.0, "Gas.");
-    row(Phase::Liquid, Root::Liquid, 0.0, "Líquido. Se muestra la raíz del líquido.");
+    row(Phase::Liquid, Root::Liquid, 0.0, "Líquido. Este volumen es la raíz del líquido.");
     row(Phase::SuperheatedLiquid, Root::Liquid, 12.34567,
         "Líquido sobrecalentado, metaestable. Con este volumen lo estable es líquido y gas juntos a Pv~=~3800~mmHg, "
-        "con el 51.3~% de la cantidad en el líquido. Se muestra la raíz del líquido. A esta presión la fase estable es "
+        "con el 51.3~% de la cantidad en el líquido. Este volumen es la raíz del líquido. A esta presión la fase "
+        "estable es "
         "el gas (V~=~12350~cm³).");
     row(Phase::Unstable, Root::Middle, 0.09,
         "Estado inestable, dentro del bucle del modelo. Con este volumen lo estable es líquido y gas juntos a Pv~=~"
@@ -65,7 +67,7 @@ void tst_texto_estado::state_data() {
         "cm³).");
     row(Phase::SupersaturatedVapour, Root::Gas, 0.09,
         "Vapor sobresaturado, metaestable. Con este volumen lo estable es líquido y gas juntos a Pv~=~3800~mmHg, con "
-        "el 51.3~% de la cantidad en el líquido. Se muestra la raíz del gas. A esta presión la fase estable es el "
+        "el 51.3~% de la cantidad en el líquido. Este volumen es la raíz del gas. A esta presión la fase estable es el "
         "líquido (V~=~90~cm³).");
 }
 
@@ -76,6 +78,13 @@ void tst_texto_estado::state() {
     QFETCH(QString, sentence);
     const Output out = output_of(static_cast<Phase>(phase), static_cast<Root>(root), stable);
     QCOMPARE(texto_estado(LITERALS, out, {}, QStringLiteral("cm³"), QStringLiteral("mmHg")), sentence);
+}
+
+void tst_texto_estado::stretched() {
+    Output out = output_of(Phase::SuperheatedLiquid, Root::Only, 0.0);
+    out.p = -840.0;
+    QVERIFY(texto_estado(LITERALS, out, {}, QStringLiteral("l"), QStringLiteral("atm"))
+                .startsWith(QStringLiteral("Líquido estirado, a presión negativa: metaestable. Con este volumen")));
 }
 
 void tst_texto_estado::withoutCoexistence() {
