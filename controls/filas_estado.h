@@ -49,6 +49,8 @@ public:
     void show_value(Variable variable, double value, const char* pattern = "####0.0000");
     /// Text as it stands, at Load.
     void show_text(Variable variable, const QString& text);
+    /// What is being typed counts as told: whoever calculates, or hears of a change, reads all entries.
+    void settle();
 
 signals:
     /// An entry was left, confirmed with return or stepped, and holds another value than before. A return that is
@@ -80,8 +82,6 @@ private:
     void unit_Click(Variable variable, const QString& from, const QString& to);
     /// Rewrites the text as its value and announces it if it is another one; true then.
     bool commit(Variable variable);
-    /// What is being typed counts as told, because whoever hears of a change reads all entries.
-    void settle();
     void choose(Variable variable);
     void write(Variable variable, double shown, double base, const QString& text);
     void apply_range(Variable variable);

@@ -68,6 +68,8 @@ private slots:
     void an_entry_that_is_too_small_is_refused_once();
     void the_button_leaves_the_focus_in_its_entry();
     void a_negative_result_that_becomes_given_is_refused_once();
+    void what_is_half_typed_counts();
+    void units_that_disagree_about_0_K_refuse_nothing();
     void the_virial_equation_brings_its_notice();
     void the_unknown_follows_the_markers();
     void grams_are_converted_by_the_molar_mass();
@@ -99,6 +101,11 @@ private:
             QTest::keyClick(box, Qt::Key_Delete);
         QTest::keyClicks(box, text);
         QTest::keyClick(box, leave);
+    }
+    void half_type(const char* entry, const char* text) const {
+        control<>(entry)->setFocus(Qt::TabFocusReason);
+        control<>(entry)->selectAll();
+        QTest::keyClicks(control<>(entry), text);
     }
     void click(const char* name) const { QTest::mouseClick(control<QWidget>(name), Qt::LeftButton); }
     void choose(int gas, EquationOfState model) const {
@@ -339,6 +346,38 @@ void tst_frmcalculos::a_negative_result_that_becomes_given_is_refused_once() {
     QCOMPARE(messages_.vistos.size(), 1U);
     QCOMPARE(messages_.vistos.back().texto, "Valor mínimo de la presión: 0 atm");
     QVERIFY(control<>("txtpress")->hasFocus());
+}
+
+void tst_frmcalculos::what_is_half_typed_counts() {
+    open();
+    choose(WATER, EquationOfState::VanDerWaals);
+    const double b = estado_->slot_table()[0].gas.b;
+    const auto pressure = [b](double v) { return format(tavo::R * 300.0 / (v - b) - 9.0 / (v * v)); };
+    half_type("txta", "9");
+    click("btcalcular");  // which takes no focus, nor does a label
+    QCOMPARE(text("txtpress"), pressure(6.146));
+    half_type("txtvol", "12");
+    click("lbvol");
+    QCOMPARE(text("txtpress"), pressure(12.0));
+    half_type("txtvol", "0");
+    click("lbbtemp");
+    QTest::keyClick(control<>("txtvol"), Qt::Key_Tab);  // the refusal has been told
+    QCOMPARE(messages_.vistos.size(), 1U);
+    click("lbvol");
+    QCOMPARE(state(), "Valor mínimo del volumen: 0 m³");
+}
+
+void tst_frmcalculos::units_that_disagree_about_0_K_refuse_nothing() {
+    open();
+    type("txttemp", "0.1");
+    const QString pressure = text("txtpress");
+    for (int unit = 0; unit < 5; ++unit) {
+        click("lbtemp");
+        control<>("txtpress")->clear();
+        click("btcalcular");
+        QCOMPARE(text("txtpress"), pressure);
+    }
+    QVERIFY(messages_.vistos.empty());
 }
 
 void tst_frmcalculos::the_virial_equation_brings_its_notice() {

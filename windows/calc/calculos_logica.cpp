@@ -80,6 +80,11 @@ double minimum(Variable variable, std::string_view unit) {
     return variable == Variable::Temperature ? convert(variable, 0.0, base_unit(variable), unit) : 0.0;
 }
 
+bool too_small(Variable variable, double value) {
+    constexpr double ROUNDING = 1e-12;  // of 0 K in another unit
+    return !(value > (variable == Variable::Temperature ? ROUNDING : 0.0));
+}
+
 bool two_phase(Phase phase) {
     return phase == Phase::SuperheatedLiquid || phase == Phase::Unstable || phase == Phase::SupersaturatedVapour;
 }

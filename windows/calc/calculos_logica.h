@@ -33,6 +33,9 @@ double from_base(Variable variable, double value, std::string_view unit, const S
 
 /// What every entry has to exceed, in the unit shown: 0, or 0 K expressed in the unit.
 double minimum(Variable variable, std::string_view unit);
+/// Whether an entry does not exceed it, by its value in K, l or atm (amounts as shown). Texts cannot be compared: the
+/// formulas that take a temperature from unit to unit disagree about 0 K.
+bool too_small(Variable variable, double value);
 
 /// State as entered; the unknown's own value is not looked at.
 struct Input {

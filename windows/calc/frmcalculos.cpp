@@ -158,7 +158,8 @@ QGroupBox* frmcalculos::crear_grupo(QLabel* heading, QWidget* body) {
 
 QWidget* frmcalculos::crear_estado() {
     auto* body = new QWidget(contenido_);
-    filas_ = new FilasEstado(texto_, [this] { return ranura_.gas.pm; }, body);
+    filas_ = new FilasEstado(
+        texto_, [this] { return ranura_.gas.pm; }, body);
     btcalcular = new QPushButton(estado_.texto(127), body);
     btcalcular->setObjectName(QStringLiteral("btcalcular"));
     btcalcular->setDefault(true);
@@ -308,8 +309,7 @@ void frmcalculos::gases_Change() {
 }
 
 void frmcalculos::closeEvent(QCloseEvent* event) {
-    if (std::exchange(en_apuros_, false))
-        estado_.set_status({});
+    callar();
     event->accept();
 }
 
@@ -350,6 +350,7 @@ void frmcalculos::cargar(std::int16_t gas, tavo::EquationOfState model) {
 
 void frmcalculos::elegir(std::int16_t gas, tavo::EquationOfState model) {
     cargar(gas, model);
+    panel_->show_slot(ranura_);  // forgets what was being typed for the other one
     calcular(Motivo::Otro);
 }
 
@@ -387,7 +388,9 @@ void frmcalculos::unidad_Click(Variable variable) {
     else if (salida_)
         mostrar_salida();
     else if (fallo_)
-        escribir_fallo(texto_fallo(texto_, *fallo_, unidad(Variable::Volume)));
+        mostrar_fallo();
+    else if (rechazada_)
+        escribir_fallo(dicho_ = texto_minimo(*rechazada_));
     tabla_->set_units(unidades_tabla());
 }
 
@@ -401,7 +404,19 @@ void frmcalculos::tabla_Click(bool unfolded) {
 
 // ---- The calculation
 
+/// The button and the labels take no focus: a coefficient may have been typed and its box not left.
+void frmcalculos::tomar_coeficiente() {
+    auto* box = qobject_cast<EntradaNumerica*>(focusWidget());
+    if (box && panel_->isAncestorOf(box))
+        emit box->LostFocus();
+}
+
 void frmcalculos::calcular(Motivo motivo) {
+    if (calculando_)
+        return;  // a coefficient half typed, or an entry that loses the focus to a refused one: both are read here
+    const QScopedValueRollback own(calculando_, true);
+    tomar_coeficiente();
+    filas_->settle();
     tomada_ = validar(motivo);
     const QScopedValueRollback calculating(estado_.calculating, true);
     filas_->set_silent(true);
@@ -416,7 +431,7 @@ bool frmcalculos::validar(Motivo motivo) {
     for (const Variable variable : calculos::VARIABLES) {
         if (variable == filas_->unknown())
             continue;
-        if (!(filas_->shown_value(variable) > calculos::minimum(variable, unidad(variable).toStdString()))) {
+        if (calculos::too_small(variable, filas_->value(variable))) {
             rechazar(variable, motivo);
             return false;
         }
@@ -436,6 +451,8 @@ bool frmcalculos::validar(Motivo motivo) {
 void frmcalculos::rechazar(Variable variable, Motivo motivo) {
     const QString sentence = texto_minimo(variable);
     vaciar();
+    callar();
+    rechazada_ = variable;
     escribir_fallo(sentence);
     if (motivo == Motivo::Otro && dicho_ == sentence)
         return;
@@ -502,8 +519,7 @@ void frmcalculos::mostrar_salida() {
     txtestado->set_outcome(
         texto_estado(texto_, *salida_, estado_.slot_table(), unidad(Variable::Volume), unidad(Variable::Pressure)));
     marcaestado->set_colour(colour_of(salida_->phase));
-    if (std::exchange(en_apuros_, false))
-        estado_.set_status({});
+    callar();
 }
 
 void frmcalculos::mostrar_fallo() {
@@ -512,6 +528,12 @@ void frmcalculos::mostrar_fallo() {
     escribir_fallo(sentence);
     en_apuros_ = true;
     estado_.set_status(sentence);
+}
+
+/// The main window says no longer that a calculation failed.
+void frmcalculos::callar() {
+    if (std::exchange(en_apuros_, false))
+        estado_.set_status({});
 }
 
 void frmcalculos::escribir_fallo(const QString& sentence) {
@@ -523,12 +545,13 @@ void frmcalculos::escribir_fallo(const QString& sentence) {
 void frmcalculos::vaciar() {
     salida_.reset();
     fallo_.reset();
+    rechazada_.reset();
     coexistencia_->clear();
 }
 
 void frmcalculos::llenar_tabla() {
     if (!tomada_ || !tabla_->unfolded())
-        return tabla_->clear();
+        return tabla_->clear(unidades_tabla());
     const EnRanura0 own(estado_.slot_table(), ranura_);
     tabla_->show_rows(calculos::all_models(estado_.data(), estado_.slot_table(), entrada_), ranura_.equation,
                       ranura_.gas, unidades_tabla());

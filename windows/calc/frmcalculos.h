@@ -63,12 +63,14 @@ private:
     void cargar(std::int16_t gas, tavo::EquationOfState model);
     void elegir(std::int16_t gas, tavo::EquationOfState model);
     void calcular(Motivo motivo);
+    void tomar_coeficiente();
     void resolver();
     bool validar(Motivo motivo);
     void rechazar(Variable variable, Motivo motivo);
     QString texto_minimo(Variable variable) const;
     void mostrar_salida();
     void mostrar_fallo();
+    void callar();
     void escribir_fallo(const QString& sentence);
     void vaciar();
     void llenar_tabla();
@@ -83,8 +85,10 @@ private:
     bool tomada_ = false;        // entrada_ is what the entries say
     std::optional<calculos::Output> salida_;
     std::optional<calculos::Unsolvable> fallo_;
-    QString dicho_;           // the last sentence about a refused entry that a box has told
-    bool en_apuros_ = false;  // the main window's status line holds a failure of ours
+    bool calculando_ = false;
+    std::optional<Variable> rechazada_;  // whose entry was refused
+    QString dicho_;                      // the last sentence about a refused entry that a box has told
+    bool en_apuros_ = false;             // the main window's status line holds a failure of ours
 
     QScrollArea* desplazable_;
     QWidget* contenido_;

@@ -138,9 +138,10 @@ void TablaModelos::set_units(const UnidadesTabla& units) {
     show_all();
 }
 
-void TablaModelos::clear() {
+void TablaModelos::clear(const UnidadesTabla& units) {
+    units_ = units;
     if (rows_.empty())
-        return;
+        return show_headers();
     rows_.clear();
     boiling_ = enthalpy_ = -1.0;
     show_all();

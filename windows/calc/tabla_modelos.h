@@ -29,7 +29,7 @@ public:
     void show_rows(std::vector<calculos::ModelRow> rows, tavo::EquationOfState own, const tavo::GasRecord& gas,
                    const UnidadesTabla& units);
     void set_units(const UnidadesTabla& units);
-    void clear();
+    void clear(const UnidadesTabla& units);
 
     /// Headers, rows with all digits, and the experimental values, separated by tabs.
     QString text() const;
