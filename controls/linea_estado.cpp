@@ -40,8 +40,8 @@ void LineaEstado::show_text(const QString& text, bool fault) {
             ink.setColor(QPalette::Text, fault_ink(palette()));
         setPalette(ink);
     }
-    if (text != toPlainText())
-        setPlainText(text);
+    if (text != text_)
+        setPlainText(text_ = text);
 }
 
 /// With the pixel: a plain text edit scrolls where its text fills it exactly.

@@ -27,4 +27,5 @@ private:
 
     int lines_;
     bool fault_ = false;
+    QString text_;  // toPlainText() makes blanks of no-break spaces
 };

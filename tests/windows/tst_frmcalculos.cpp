@@ -32,6 +32,11 @@ QString format(double x, const char* pattern = "####0.0000") {
     return QString::fromStdString(tavo::Format(x, pattern));
 }
 
+/// As the state line gives its text, without no-break spaces.
+QString plain(QString text) {
+    return text.replace(QChar::Nbsp, u' ');
+}
+
 /// What core alone says of a gas's model at a temperature.
 struct Expected {
     tavo::SlotTable table;
@@ -433,7 +438,8 @@ void tst_frmcalculos::a_failed_solve_leaves_the_entries_and_says_why() {
     QCOMPARE(shown_boxes(QString()), 6);
     QVERIFY(state().contains("covolumen"));
     QVERIFY(control<LineaEstado>("txtestado")->is_fault());
-    QCOMPARE(status_, QStringList{state()});
+    QCOMPARE(status_.size(), 1);
+    QCOMPARE(plain(status_[0]), state());
     click("lbvol");  // in the unit shown
     click("lbvol");
     QVERIFY(state().contains("m³"));
@@ -533,7 +539,7 @@ void tst_frmcalculos::the_table_shows_all_models_and_is_copied() {
     // A volume that no model but some can have: each of the others says why.
     type("txtvol", "0.02");
     QCOMPARE(cell(own, 1), "-----");
-    QVERIFY(table->item(own, 1)->toolTip().contains(control<LineaEstado>("txtestado")->toPlainText()));
+    QVERIFY(plain(table->item(own, 1)->toolTip()).contains(state()));
     QCOMPARE(cell(own, 3), format(Expected(estado_->data(), WATER, EquationOfState::Soave, 373.0).saturation.vl));
     type("txtvol", "0");
     QCOMPARE(cell(own, 1), QString());
