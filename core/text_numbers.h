@@ -308,6 +308,11 @@ inline constexpr auto TEXT_NUMBERS = std::to_array<TextNumber>({
     {702, "row label: critical point of the gas itself"},
     {703, "row label: critical point of the model with the coefficients shown"},
     {704, "tool tip and spoken name of the mark: the two critical points differ by more than 2 %"},
+    {705, "entry for a gas whose name cannot be read"},
+    {706, "problem of a gas: no section"},
+    {707, "problem of a gas: a line that is no key and value"},
+    {708, "problem of a gas: a key is missing"},
+    {709, "problem of a gas: a value is no number"},
     {710, "validation: the name begins with a bracket"},
     {711, "sign: a gas is being changed"},
     {712, "temperature of the coefficients shown where the program derives them"},
@@ -333,6 +338,11 @@ inline constexpr auto TEXT_NUMBERS = std::to_array<TextNumber>({
     {735, "tool tip: coefficients of the database or derived"},
     {736, "mark: the boxes differ from the isotherm"},
     {737, "tool tip: the isotherm to which gas, equation and coefficients belong"},
+    {745, "problem of a gas: a value is not above 0"},
+    {746, "problem of a gas: a line with a bracket alone hides the section"},
+    {747, "problem of the gas count"},
+    {748, "problem: a section beyond the gas count"},
+    {749, "first problem of the gas database, and how many more there are"},
 });
 
 }  // namespace tavo
