@@ -99,10 +99,14 @@ std::optional<CriticalPoint> of_family(const EquationSlot& slot) {
 /// spinodal has gone to infinity before, and a loop stays at any temperature. With a constant B the loop does not
 /// depend on T.
 std::optional<CriticalPoint> of_virial(const EquationSlot& slot) {
+    if (!follows_temperature(slot))
+        return std::nullopt;
+    const auto behind = behind_automatic_b(slot);
+    if (!behind)
+        return std::nullopt;
     Coefficients k = coefficients(slot);
-    const auto behind = follows_temperature(slot) ? behind_automatic_b(slot) : std::nullopt;
     const auto maxima = positive_roots({-k.a, 0.0, 3.0 * k.c, 8.0 * k.d});
-    if (!behind || !(k.a > 0.0) || maxima.empty())
+    if (!(k.a > 0.0) || maxima.empty())
         return std::nullopt;
     const double r = maxima.front();
     const double t = behind->a / (R * (behind->b + r * (3.0 * k.c + r * 6.0 * k.d)));
