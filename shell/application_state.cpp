@@ -169,6 +169,13 @@ tavo::SlotTable& ApplicationState::slot_table() {
     return impl_->slot_table;
 }
 
+void ApplicationState::set_current_row(int row) {
+    if (row == current_row)
+        return;
+    current_row = row;
+    emit current_row_changed(row);
+}
+
 void ApplicationState::register_window(const QString& name, Factory factory) {
     impl_->factories[name] = std::move(factory);
 }

@@ -91,7 +91,8 @@ public:
     void set_amount_unit(AmountUnit unit);
     tavo::SlotTable& slot_table();
     bool slots_initialised = false;
-    int current_row = 1;
+    int current_row = 1;  // isotherm that the parameter window shows
+    void set_current_row(int row);
     int calculation_mode = 0;
     int plot_shown = 0;
     bool calculating = false;  // silences selector labels
@@ -121,7 +122,8 @@ signals:
     void gases_changed();
     void gas_removed(std::int16_t number);  // before gases_changed; numbers above it are one less now
     void amount_unit_changed(AmountUnit unit);
-    void slot_changed(int slot);          // somebody else changed a slot that a window shows
+    void slot_changed(int slot);          // gas, model, temperature or coefficients; also by a window that shows it
+    void current_row_changed(int row);
     void plot_window_changed(bool open);  // the plot window was opened or closed
     void calculation_mode_changed(int mode);
     void status_changed(const QString& text, int milliseconds);

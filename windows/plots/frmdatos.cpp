@@ -11,14 +11,13 @@
 
 #include <algorithm>
 
+#include "controls/marca_fila.h"
 #include "core/errors.h"
 #include "core/gas_database.h"
 #include "core/models.h"
 #include "core/numtext.h"
-#include "core/palette.h"
 #include "shell/textos.h"
 #include "windows/plots/graficos.h"
-#include "windows/plots/pintar.h"
 
 /// The colour and line mark of each row's curve, beside the rows.
 class MarcasFilas : public QWidget {
@@ -36,13 +35,7 @@ protected:
                 continue;
             const double middle = mapFrom(parentWidget(), rows_[i]->geometry().center()).y() + 0.5;
             const QRectF sheet(1.0, middle - 9.0, width() - 2.0, 18.0);
-            painter.setPen(QPen(QColor(192, 192, 192), 1.0));
-            painter.setBrush(Qt::white);
-            painter.drawRoundedRect(sheet, 3.0, 3.0);
-            const QColor colour = graficos::palette_colour(tavo::CURVE_COLOURS[i - 1]);
-            painter.setPen(QPen(colour, 2.0));
-            painter.drawLine(QPointF(sheet.left() + 3.0, middle), QPointF(sheet.right() - 3.0, middle));
-            graficos::pintar_marca(painter, sheet.center(), static_cast<int>(i), colour);
+            graficos::pintar_muestra(painter, sheet, static_cast<int>(i));
         }
     }
 
@@ -83,8 +76,11 @@ frmdatos::frmdatos(ApplicationState& estado, Mensajes& mensajes, QWidget* padre)
     connect(&estado_, &ApplicationState::plot_window_changed, this,
             [this](bool open) { btactualiza->setText(estado_.texto(open ? 58 : 55)); });
     connect(&estado_, &ApplicationState::slot_changed, this, [this](int i) {
-        if (i >= 1 && i <= ROWS)
-            mostrar_eleccion(i);
+        if (anunciando_ || i < 1 || i > ROWS)
+            return;
+        fallo_[static_cast<std::size_t>(i)].clear();  // whoever changed the slot has loaded it
+        mostrar_eleccion(i);
+        mostrar_activa(i);
     });
     // The lists lose their choice while the names are exchanged.
     connect(estado_.gas_names(), &QAbstractItemModel::modelAboutToBeReset, this, [this] { cargando_ = true; });
@@ -99,6 +95,7 @@ frmdatos::frmdatos(ApplicationState& estado, Mensajes& mensajes, QWidget* padre)
                 ranura(i).gas_number = 0;
             cargar(i, false);
             mostrar_eleccion(i);
+            anunciar(i);
         }
     });
 }
@@ -272,7 +269,6 @@ void frmdatos::mostrar_fila(int i) {
     const QScopedValueRollback writing(cargando_, true);
     const auto at = static_cast<std::size_t>(i);
     const tavo::EquationSlot& slot = ranura(i);
-    Check[at]->setChecked(slot.active);
     mostrar_activa(i);
     mostrar_eleccion(i);
     txttemp[at]->setText(format(slot.temperature, "###0.000"));
@@ -289,6 +285,12 @@ void frmdatos::mostrar_eleccion(int i) {
 }
 
 void frmdatos::mostrar_activa(int i) {
+    const QScopedValueRollback writing(cargando_, true);
+    Check[static_cast<std::size_t>(i)]->setChecked(ranura(i).active);
+    habilitar_fila(i);
+}
+
+void frmdatos::habilitar_fila(int i) {
     const auto at = static_cast<std::size_t>(i);
     const std::array<QWidget*, 6> controls{cmbgas[at], cmbecu[at], txttemp[at], UpDown[at], txtmol[at], UpDown1[at]};
     for (QWidget* control : controls)
@@ -344,7 +346,7 @@ bool frmdatos::eventFilter(QObject* watched, QEvent* event) {
     }
     if (event->type() == QEvent::FocusIn) {
         const QString name = watched->objectName();
-        estado_.current_row = name.at(name.size() - 2).digitValue();  // "txttemp(3)"
+        estado_.set_current_row(name.at(name.size() - 2).digitValue());  // "txttemp(3)"
     }
     return QWidget::eventFilter(watched, event);
 }
@@ -397,6 +399,7 @@ void frmdatos::limpiar_filas() {
         ranura(i).colour = colour;
         fallo_[static_cast<std::size_t>(i)].clear();
         mostrar_fila(i);
+        anunciar(i);
     }
     if (PlotView* plot = estado_.plot())
         plot->limpiar();
@@ -426,15 +429,22 @@ bool frmdatos::cargar(int i, bool reload) {
     return false;
 }
 
+void frmdatos::anunciar(int i) {
+    const QScopedValueRollback own(anunciando_, true);
+    emit estado_.slot_changed(i);
+}
+
 void frmdatos::cargar_eleccion(int i) {
-    if (cargar(i, true))
+    const bool loaded = cargar(i, true);
+    anunciar(i);
+    if (loaded)
         return;
     const QString sentence = estado_.texto(553, QStringLiteral("No se puede cargar el gas de la fila %1.")).arg(i);
     avisar(sentence + '\n' + fallo_[static_cast<std::size_t>(i)]);
 }
 
 void frmdatos::Check_Click(int i) {
-    mostrar_activa(i);
+    habilitar_fila(i);
     if (!cargando_)
         ranura(i).active = Check[static_cast<std::size_t>(i)]->isChecked();
 }
@@ -461,6 +471,7 @@ void frmdatos::txttemp_Change(int i) {
     EntradaNumerica* box = txttemp[static_cast<std::size_t>(i)];
     if (box->text().isEmpty()) {
         ranura(i).temperature = 0.0;
+        anunciar(i);
         return;
     }
     if (box->value() < 0.0) {
@@ -473,6 +484,7 @@ void frmdatos::txttemp_Change(int i) {
     }
     ranura(i).temperature = box->value();
     cargar(i, false);  // coefficients that depend on temperature follow it
+    anunciar(i);
 }
 
 void frmdatos::txtmol_Change(int i) {

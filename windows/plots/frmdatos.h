@@ -58,10 +58,12 @@ private:
     void mostrar_fila(int i);
     void mostrar_eleccion(int i);  // gas and model alone: what was typed stays
     void mostrar_activa(int i);
+    void habilitar_fila(int i);
     void mostrar_unidad(AmountUnit unit);
     void guardar_cantidad(int i);
     /// Loads the row's slot; a gas that cannot be loaded leaves an empty record and a sentence in fallo_.
     bool cargar(int i, bool reload);
+    void anunciar(int i);         // to the other windows that show the slot
     void cargar_eleccion(int i);  // after a new choice; tells why when it fails
     void avisar(const QString& texto);
     void avisar_y_seleccionar(const QString& texto, EntradaNumerica* caja);
@@ -80,5 +82,6 @@ private:
     Fila<::UpDown> UpDown{}, UpDown1{};
     QPushButton *btparametros, *btactualiza;
     std::array<QString, ROWS + 1> fallo_;
+    bool anunciando_ = false;
     bool cargando_ = true;  // the window writes its own controls: no handler answers
 };

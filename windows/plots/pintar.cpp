@@ -6,7 +6,6 @@
 #include <cmath>
 #include <iterator>
 
-#include "core/palette.h"
 
 namespace graficos {
 
@@ -15,7 +14,6 @@ namespace {
 constexpr double GAP = 6.0;  // the grid of the program's spacing
 constexpr double CURVE_WIDTH = 2.0;
 constexpr double TIE_WIDTH = 1.5;
-constexpr double MARK = 4.0;            // half the size of a line mark
 constexpr double MARK_SPACING = 110.0;  // along a curve
 constexpr double TICK = 5.0;
 constexpr double LEGEND_LINE = 28.0;
@@ -293,38 +291,6 @@ void pintar(QPainter& painter, const QRectF& sheet, const Escena& escena, const 
         curve(painter, c, where.plot, escena.range, lines);
     legend(painter, escena, where.plot, metrics, lines);
     painter.restore();
-}
-
-void pintar_marca(QPainter& painter, QPointF centre, int row, const QColor& colour) {
-    const double x = centre.x(), y = centre.y();
-    painter.setPen(pen(colour, 1.5));
-    painter.setBrush(PAPER);
-    switch (row) {
-        case 1:
-            painter.drawEllipse(centre, MARK, MARK);
-            break;
-        case 2:
-            painter.drawRect(QRectF(x - MARK, y - MARK, 2.0 * MARK, 2.0 * MARK));
-            break;
-        case 3:
-            painter.drawPolygon(
-                QPolygonF({{x, y - MARK - 1.0}, {x + MARK + 1.0, y + MARK - 0.5}, {x - MARK - 1.0, y + MARK - 0.5}}));
-            break;
-        case 4:
-            painter.drawPolygon(
-                QPolygonF({{x, y - MARK - 1.5}, {x + MARK + 1.5, y}, {x, y + MARK + 1.5}, {x - MARK - 1.5, y}}));
-            break;
-        default:
-            painter.setPen(pen(colour, 2.0));
-            painter.drawLine(QPointF(x - MARK, y - MARK), QPointF(x + MARK, y + MARK));
-            painter.drawLine(QPointF(x - MARK, y + MARK), QPointF(x + MARK, y - MARK));
-    }
-    painter.setBrush(Qt::NoBrush);
-}
-
-QColor palette_colour(int index) {
-    const tavo::Rgb c = tavo::PALETTE.at(static_cast<std::size_t>(index));
-    return {c.r, c.g, c.b};
 }
 
 Point to_data(QPointF point, const QRectF& plot, const PlotRange& range) {

@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QRectF>
 
+#include "controls/marca_fila.h"
 #include "windows/plots/graficos.h"
 
 namespace graficos {
@@ -26,12 +27,6 @@ Disposicion disponer(const QRectF& sheet, const Escena& escena, const QFontMetri
 /// and `p_title` name the axes.
 void pintar(QPainter& painter, const QRectF& sheet, const Escena& escena, const QString& v_title,
             const QString& p_title, AxisTexts texts = AxisTexts::Painted);
-
-/// The row's line mark alone, around a point.
-void pintar_marca(QPainter& painter, QPointF centre, int row, const QColor& colour);
-
-/// Colour of a palette index.
-QColor palette_colour(int index);
 
 /// Point of the drawing surface to volume and pressure, and back.
 Point to_data(QPointF point, const QRectF& plot, const PlotRange& range);
