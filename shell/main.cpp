@@ -20,6 +20,7 @@
 #include "shell/paletas.h"
 #include "tavo_version.h"
 #include "windows/calc/frmcalculos.h"
+#include "windows/gasedit/frmcompuestos.h"
 #include "windows/lab/frmoperaciones.h"
 #include "windows/plots/frmdatos.h"
 #include "windows/plots/frmescala.h"
@@ -67,6 +68,7 @@ void report_fatal(const std::exception& error, const ApplicationState& estado, M
 /// The one list of the program's windows.
 void register_windows(ApplicationState& estado, Mensajes& mensajes, ElegirArchivo& archivos) {
     estado.register_window(QStringLiteral("frmcalculos"), [&] { return new frmcalculos(estado, mensajes); });
+    estado.register_window(QStringLiteral("frmcompuestos"), [&] { return new frmcompuestos(estado, mensajes); });
     estado.register_window(QStringLiteral("frmdatos"), [&] { return new frmdatos(estado, mensajes); });
     estado.register_window(QStringLiteral("frmgraficos"), [&] { return new frmgraficos(estado, mensajes, archivos); });
     estado.register_window(QStringLiteral("frmoperaciones"), [&] { return new frmoperaciones(estado, mensajes); });

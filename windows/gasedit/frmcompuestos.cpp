@@ -326,11 +326,10 @@ void frmcompuestos::mostrar_rejilla() {
     if (tabla_->set_chosen(slot.gas_number) || !grid->currentIndex().isValid())
         grid->show_gas(slot.gas_number);
     const QString degrees = QString::fromStdString(tavo::to_text(slot.temperature));
-    lbtemperatura->setText(parametros::follows_temperature(slot.equation)
-                               ? estado_
-                                     .texto(732, QStringLiteral("Valores a la temperatura de la isoterma: %1 K"))
-                                     .arg(degrees)
-                               : QString());
+    lbtemperatura->setText(
+        parametros::follows_temperature(slot.equation)
+            ? estado_.texto(732, QStringLiteral("Valores a la temperatura de la isoterma: %1 K")).arg(degrees)
+            : QString());
 }
 
 /// What follows from the coefficients in the boxes.
@@ -342,15 +341,16 @@ void frmcompuestos::mostrar_consecuencias() {
     else if (mostrado_.slot.parameters && parametros::follows_temperature(choice.model))
         note = estado_.texto(642, QStringLiteral("Coeficientes puestos a mano: no siguen a la temperatura"));
     lbnota->setText(note);
-    lbpendiente->setText(parametros::pending(choice, ranura()) ? estado_.texto(736, QStringLiteral("Cambios sin aplicar"))
-                                                               : QString());
+    lbpendiente->setText(
+        parametros::pending(choice, ranura()) ? estado_.texto(736, QStringLiteral("Cambios sin aplicar")) : QString());
 }
 
 QString frmcompuestos::motivo(Fault fault, const std::string& detail) const {
     if (fault == Fault::SmallMu)
         return estado_.texto(93);
-    return estado_.texto(613, QStringLiteral("Faltan datos de este gas para el modelo elegido. Elija otro modelo u otro "
-                                             "gas.")) +
+    return estado_.texto(613,
+                         QStringLiteral("Faltan datos de este gas para el modelo elegido. Elija otro modelo u otro "
+                                        "gas.")) +
            u'\n' + QString::fromStdString(detail);
 }
 
@@ -381,9 +381,8 @@ void frmcompuestos::cmbecu_Click() {
 void frmcompuestos::chkdp_Click() {
     if (mostrando_)
         return;
-    cambiar([this](Choice& choice) {
-        parametros::set_automatic(choice, chkdp->isChecked(), ranura(), estado_.data());
-    });
+    cambiar(
+        [this](Choice& choice) { parametros::set_automatic(choice, chkdp->isChecked(), ranura(), estado_.data()); });
 }
 
 void frmcompuestos::grid_Click(int row) {
@@ -455,7 +454,8 @@ void frmcompuestos::btaceptar_Click() {
     try {
         parametros::apply(choice, slot, estado_.data(), estado_.amount_unit() == AmountUnit::Grams);
     } catch (const tavo::Error& error) {
-        const QString sentence = estado_.texto(553, QStringLiteral("No se puede cargar el gas de la fila %1.")).arg(fila_);
+        const QString sentence =
+            estado_.texto(553, QStringLiteral("No se puede cargar el gas de la fila %1.")).arg(fila_);
         const Fault fault = mostrado_.fault == Fault::None ? Fault::BadGas : mostrado_.fault;
         return avisar(sentence + u'\n' + motivo(fault, error.what()));
     }

@@ -1,6 +1,6 @@
 #pragma once
-// The equation-parameter window without its widgets: the coefficients of every gas for one model, and what is chosen for
-// one isotherm row until it is applied. Standard library only.
+// The equation-parameter window without its widgets: the coefficients of every gas for one model, and what is chosen
+// for one isotherm row until it is applied. Standard library only.
 
 #include <array>
 #include <cstdint>
@@ -87,8 +87,8 @@ struct Choice {
 /// What the row's slot holds.
 Choice choice_of(const tavo::EquationSlot& row);
 
-// What the user changes. Another gas or model brings its own coefficients: those set by hand for it in the row, else the
-// loader's.
+// What the user changes. Another gas or model brings its own coefficients: those set by hand for it in the row, else
+// the loader's.
 void take_gas(Choice& choice, std::int16_t gas, const tavo::EquationSlot& row, const tavo::confreg::Text& data);
 void take_model(Choice& choice, EquationOfState model, const tavo::EquationSlot& row, const tavo::confreg::Text& data);
 void set_automatic(Choice& choice, bool automatic, const tavo::EquationSlot& row, const tavo::confreg::Text& data);

@@ -116,7 +116,8 @@ QVariant TablaGases::value_data(const QModelIndex& index, int role) const {
 QString TablaGases::sentence(const parametros::Row& row) const {
     if (row.fault == Fault::SmallMu)
         return texto_(93, QString());
-    return texto_(613, QStringLiteral("Faltan datos de este gas para el modelo elegido. Elija otro modelo u otro gas.")) +
+    return texto_(613,
+                  QStringLiteral("Faltan datos de este gas para el modelo elegido. Elija otro modelo u otro gas.")) +
            u'\n' + QString::fromStdString(row.detail);
 }
 

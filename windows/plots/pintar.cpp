@@ -6,7 +6,6 @@
 #include <cmath>
 #include <iterator>
 
-
 namespace graficos {
 
 namespace {
