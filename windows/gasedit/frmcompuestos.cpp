@@ -1,6 +1,5 @@
 #include "windows/gasedit/frmcompuestos.h"
 
-#include <QAbstractItemView>
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -26,7 +25,6 @@ namespace {
 
 constexpr int INFORMATION = 64;
 constexpr int MARGIN = 12, SPACING = 6;
-constexpr int SHORTEST_LIST = 16;  // characters
 const QString NOBODY = QStringLiteral("-----");
 
 /// The row's colour and line mark, as beside the rows themselves.
@@ -96,27 +94,23 @@ frmcompuestos::~frmcompuestos() {
 // ---- Layout
 
 void frmcompuestos::crear_cabecera(QBoxLayout* column) {
-    const auto list = [this](const char* name) {
-        auto* made = new QComboBox(contenido_);
-        made->setObjectName(QLatin1String(name));
-        made->setFocusPolicy(Qt::StrongFocus);
-        made->installEventFilter(this);
-        return made;
-    };
-    cmbfila = list("cmbfila");
+    cmbfila = new QComboBox(contenido_);
+    cmbfila->setObjectName(QStringLiteral("cmbfila"));
+    cmbfila->setFocusPolicy(Qt::StrongFocus);
     cmbfila->setIconSize(QSize(30, 20));
+    cmbfila->installEventFilter(this);
     Label1 = new QLabel(contenido_);
     Label1->setObjectName(QStringLiteral("Label1"));
-    cmbecu = list("cmbecu");
-    cmbecu->setMinimumContentsLength(SHORTEST_LIST);
+    cmbecu = new ListaModelos(nombres_modelos(estado_), contenido_);
+    cmbecu->setObjectName(QStringLiteral("cmbecu"));
     Label1->setBuddy(cmbecu);
     auto* line = new QHBoxLayout;
     line->setSpacing(2 * SPACING);
     line->addWidget(cmbfila);
     line->addSpacing(MARGIN);
     line->addWidget(Label1);
-    line->addWidget(cmbecu);
-    line->addStretch();
+    line->addWidget(cmbecu, 1);
+    line->addStretch(1);
     column->addLayout(line);
 }
 
@@ -216,7 +210,6 @@ void frmcompuestos::Form_Load() {
     chkdp->setToolTip(estado_.texto(735, QStringLiteral("Los coeficientes del gas en la base de datos; los que no "
                                                         "están se deducen de sus constantes críticas")));
     btaceptar->setText(estado_.texto(65));
-    cmbecu->addItems(nombres_modelos(estado_));
     cmbecu->setAccessibleName(Label1->text());
     for (int i = 1; i <= ROWS; ++i)
         cmbfila->addItem(muestra(i, devicePixelRatioF()), estado_.texto(144) + u' ' + QString::number(i));
@@ -486,8 +479,7 @@ void frmcompuestos::keyPressEvent(QKeyEvent* event) {
 }
 
 bool frmcompuestos::eventFilter(QObject* watched, QEvent* event) {
-    const auto* list = qobject_cast<const QComboBox*>(watched);
-    if (event->type() == QEvent::Wheel && list && !list->hasFocus()) {
+    if (event->type() == QEvent::Wheel && watched == cmbfila && !cmbfila->hasFocus()) {
         event->ignore();  // the wheel that scrolls past chooses nothing
         return true;
     }

@@ -13,6 +13,7 @@
 
 #include "controls/cajas_coeficientes.h"
 #include "controls/imagen_formula.h"
+#include "controls/lista_modelos.h"
 #include "shell/application_state.h"
 #include "shell/mensajes.h"
 #include "windows/gasedit/parametros_logica.h"
@@ -91,7 +92,8 @@ private:
     QScrollArea* desplazable_;
     QWidget* contenido_;
     QLabel *Label1, *lbgas, *lbnota, *lbpendiente, *lbtemperatura;
-    QComboBox *cmbfila, *cmbecu;
+    QComboBox* cmbfila;
+    ListaModelos* cmbecu;
     ImagenFormula* imgformula;
     CajasCoeficientes* cajas_;
     QCheckBox* chkdp;
