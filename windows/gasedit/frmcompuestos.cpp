@@ -210,7 +210,7 @@ void frmcompuestos::Form_Load() {
     chkdp->setToolTip(estado_.texto(735, QStringLiteral("Los coeficientes del gas en la base de datos; los que no "
                                                         "están se deducen de sus constantes críticas")));
     btaceptar->setText(estado_.texto(65));
-    cmbecu->setAccessibleName(Label1->text());
+    cmbecu->setAccessibleName(spoken(Label1->text()));
     for (int i = 1; i <= ROWS; ++i)
         cmbfila->addItem(muestra(i, devicePixelRatioF()), estado_.texto(144) + u' ' + QString::number(i));
     const QString whose = estado_.texto(737, QStringLiteral("Isoterma a la que se refieren el gas, la ecuación y los "
