@@ -214,10 +214,13 @@ public:
         if (line.isEmpty())
             return true;
         separate();
-        const bool taken = as_user([&] { insert(line); });
+        const bool enters = reglas::may_enter(box_->filtro_, box_->signo_, view(line));
+        const bool taken = enters && as_user([&] { insert(line); });
         separate();
-        if (!taken)
+        if (!taken) {
+            end(false);
             emit box_->refused();
+        }
         return taken;
     }
 
