@@ -52,7 +52,9 @@ Loaded load(const Text& data, EquationOfState model, std::int16_t gas, double te
     try {
         tavo::Global::cargargas(data, model, gas, true, false, temperature, result.mu, result.gas);
     } catch (const tavo::Error& error) {
-        result = {{}, mu, Fault::BadGas, error.what()};
+        result.mu = mu;  // the record stays as it was: empty
+        result.fault = Fault::BadGas;
+        result.detail = error.what();
     }
     // The exponent is the only thing that a readable gas with critical constants can lack.
     if (result.fault != Fault::None && model == EquationOfState::FreeExponent) {
