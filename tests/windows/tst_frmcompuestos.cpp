@@ -218,8 +218,10 @@ void tst_frmcompuestos::default_coefficients_come_back() {
     w_->row(1, "CO2 ", VAN_DER_WAALS, "300", "1");
     const double derived = w_->slot(1).gas.a;
     open();
+    QCOMPARE(part<QLabel>("lbtcmodelo")->text(), part<QLabel>("lbtcgas")->text());  // where the model has it
     untick();
     type("txta", "5");
+    QVERIFY(part<QLabel>("lbtcmodelo")->text().toDouble() > 400.0);  // 8a/(27 R b)
     accept();
     QVERIFY(!part<QCheckBox>("chkdp")->isChecked());
     untick();  // ticks it

@@ -8,9 +8,11 @@
 #include <QScrollBar>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <initializer_list>
 
 #include "controls/marca_fila.h"
+#include "core/calcnum.h"
 #include "core/errors.h"
 #include "core/gas_database.h"
 #include "core/models.h"
@@ -131,6 +133,7 @@ QWidget* frmcompuestos::crear_cajas() {
     lbnota = quiet_label("lbnota", body);
     lbnota->setMinimumHeight(3 * fontMetrics().lineSpacing());
     lbnota->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+    critico_ = new PuntoCritico(texto_, body);
     lbpendiente = quiet_label("lbpendiente", body);
     btaceptar = new QPushButton(body);
     btaceptar->setObjectName(QStringLiteral("btaceptar"));
@@ -148,6 +151,7 @@ QWidget* frmcompuestos::crear_cajas() {
     column->addWidget(cajas_);
     column->addWidget(chkdp);
     column->addWidget(lbnota);
+    column->addWidget(critico_);
     column->addLayout(buttons);
     column->addStretch();
     return body;
@@ -169,7 +173,10 @@ QWidget* frmcompuestos::crear_rejilla() {
 }
 
 QSize frmcompuestos::sizeHint() const {
-    return contenido_->sizeHint() + QSize(desplazable_->verticalScrollBar()->sizeHint().width(), 0);
+    const QSize content = contenido_->sizeHint();
+    const int wrapped = contenido_->heightForWidth(content.width());  // -1 where nothing wraps
+    return {content.width() + desplazable_->verticalScrollBar()->sizeHint().width(),
+            std::max(content.height(), wrapped) + MARGIN};
 }
 
 // ---- Wiring
@@ -334,6 +341,8 @@ void frmcompuestos::mostrar_consecuencias() {
     else if (mostrado_.slot.parameters && parametros::follows_temperature(choice.model))
         note = estado_.texto(642, QStringLiteral("Coeficientes puestos a mano: no siguen a la temperatura"));
     lbnota->setText(note);
+    critico_->show_point(mostrado_.slot.gas,
+                         mostrado_.complete ? tavo::calcnum::critical_point(mostrado_.slot) : std::nullopt);
     lbpendiente->setText(
         parametros::pending(choice, ranura()) ? estado_.texto(736, QStringLiteral("Cambios sin aplicar")) : QString());
 }

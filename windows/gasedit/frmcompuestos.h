@@ -14,6 +14,7 @@
 #include "controls/cajas_coeficientes.h"
 #include "controls/imagen_formula.h"
 #include "controls/lista_modelos.h"
+#include "controls/punto_critico.h"
 #include "shell/application_state.h"
 #include "shell/mensajes.h"
 #include "windows/gasedit/parametros_logica.h"
@@ -96,6 +97,7 @@ private:
     ListaModelos* cmbecu;
     ImagenFormula* imgformula;
     CajasCoeficientes* cajas_;
+    PuntoCritico* critico_;
     QCheckBox* chkdp;
     QPushButton* btaceptar;
     TablaGases* tabla_;
