@@ -70,11 +70,11 @@ frmcompuestos::frmcompuestos(ApplicationState& estado, Mensajes& mensajes, QWidg
     column->setContentsMargins(MARGIN, MARGIN, MARGIN, MARGIN);
     column->setSpacing(MARGIN);
     crear_cabecera(column);
-    auto* halves = new QHBoxLayout;
-    halves->setSpacing(2 * MARGIN);
-    halves->addWidget(crear_cajas());
-    halves->addWidget(crear_rejilla(), 1);
-    column->addLayout(halves, 1);
+    mitades_ = new QBoxLayout(QBoxLayout::LeftToRight);
+    mitades_->setSpacing(2 * MARGIN);
+    mitades_->addWidget(crear_cajas());
+    mitades_->addWidget(crear_rejilla(), 1);
+    column->addLayout(mitades_, 1);
     desplazable_->setWidget(contenido_);
     for (QWidget* ground : std::initializer_list<QWidget*>{desplazable_->viewport(), contenido_})
         ground->setAutoFillBackground(false);  // the window's own shows
@@ -177,6 +177,15 @@ QSize frmcompuestos::sizeHint() const {
     const int wrapped = contenido_->heightForWidth(content.width());  // -1 where nothing wraps
     return {content.width() + desplazable_->verticalScrollBar()->sizeHint().width(),
             std::max(content.height(), wrapped) + MARGIN};
+}
+
+/// The grid beside the boxes, or below them where the window is too narrow.
+void frmcompuestos::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    int needed = 2 * MARGIN + mitades_->spacing() + desplazable_->verticalScrollBar()->sizeHint().width();
+    for (int i = 0; i < mitades_->count(); ++i)
+        needed += mitades_->itemAt(i)->minimumSize().width();
+    mitades_->setDirection(width() < needed ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
 }
 
 // ---- Wiring

@@ -40,6 +40,7 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -92,6 +93,7 @@ private:
 
     QScrollArea* desplazable_;
     QWidget* contenido_;
+    QBoxLayout* mitades_;
     QLabel *Label1, *lbgas, *lbnota, *lbpendiente, *lbtemperatura;
     QComboBox* cmbfila;
     ListaModelos* cmbecu;
