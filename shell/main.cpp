@@ -21,6 +21,7 @@
 #include "tavo_version.h"
 #include "windows/calc/frmcalculos.h"
 #include "windows/gasedit/frmcompuestos.h"
+#include "windows/gasedit/frmgases.h"
 #include "windows/lab/frmoperaciones.h"
 #include "windows/plots/frmdatos.h"
 #include "windows/plots/frmescala.h"
@@ -70,6 +71,7 @@ void register_windows(ApplicationState& estado, Mensajes& mensajes, ElegirArchiv
     estado.register_window(QStringLiteral("frmcalculos"), [&] { return new frmcalculos(estado, mensajes); });
     estado.register_window(QStringLiteral("frmcompuestos"), [&] { return new frmcompuestos(estado, mensajes); });
     estado.register_window(QStringLiteral("frmdatos"), [&] { return new frmdatos(estado, mensajes); });
+    estado.register_window(QStringLiteral("frmgases"), [&] { return new frmgases(estado, mensajes); });
     estado.register_window(QStringLiteral("frmgraficos"), [&] { return new frmgraficos(estado, mensajes, archivos); });
     estado.register_window(QStringLiteral("frmoperaciones"), [&] { return new frmoperaciones(estado, mensajes); });
     estado.register_window(QStringLiteral("frmescala"), [&] { return new frmescala(estado, mensajes); });

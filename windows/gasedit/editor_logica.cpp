@@ -1,6 +1,7 @@
 #include "windows/gasedit/editor_logica.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <limits>
 #include <utility>
@@ -46,6 +47,15 @@ std::string key(int set, std::size_t k) {
 
 void write_count(confreg::Text& data, int count) {
     data.escribirclave("General", "n", std::to_string(count));
+}
+
+/// A number that stands there already keeps the digits it is written in.
+void write_number(confreg::Text& data, const std::string& section, const std::string& key, double value) {
+    const std::string old = data.leerclave(section, key);
+    double number = 0.0;
+    const auto [end, error] = std::from_chars(old.data(), old.data() + old.size(), number);
+    const bool says_it = error == std::errc{} && end == old.data() + old.size() && number == value;
+    data.escribirclave(section, key, says_it ? old : to_text(value));
 }
 
 /// Stores the number of a box. False, and nothing stored, when it is not above 0.
@@ -109,10 +119,10 @@ void write(confreg::Text& data, std::int16_t number, const StoredGas& gas) {
     const std::string name = section(number);
     data.escribirclave(name, "nombre", gas.constants.name);
     for (const auto& [constant, member] : CONSTANTS)
-        data.escribirclave(name, constant, to_text(gas.constants.*member));
+        write_number(data, name, constant, gas.constants.*member);
     for (int set = 1; set <= SETS; ++set) {
         for (std::size_t k = 0; k < stored(set); ++k)
-            data.escribirclave(name, key(set, k), to_text(gas.c[row(set)][k]));
+            write_number(data, name, key(set, k), gas.c[row(set)][k]);
     }
 }
 

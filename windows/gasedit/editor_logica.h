@@ -50,8 +50,8 @@ std::optional<Refusal> take(Boxes& boxes, StoredGas& gas);
 StoredGas read(const tavo::confreg::Text& data, std::int16_t number);
 
 /// Every key of the gas's section, in the order of the file. The text is then what confreg::escribirclave would leave,
-/// called for one key after the other. Throws RewriteRefused, InvalidArgument for a name that the file cannot hold;
-/// part of the keys may be in the text then.
+/// called for one key after the other. A number that the gas holds already stays in its own digits. Throws
+/// RewriteRefused, InvalidArgument for a name that the file cannot hold; part of the keys may be in the text then.
 void write(tavo::confreg::Text& data, std::int16_t number, const StoredGas& gas);
 /// Writes the gas under count + 1, then "n" of section "General". Returns the new gas's number. Throws Overflow beyond
 /// 32767 gases, nothing changed, and as write.
