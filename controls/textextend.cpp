@@ -1,23 +1,15 @@
 #include "controls/textextend.h"
 
 #include <QApplication>
-#include <QClipboard>
-#include <QContextMenuEvent>
-#include <QDropEvent>
-#include <QInputMethodEvent>
-#include <QKeyEvent>
-#include <QMenu>
-#include <QMimeData>
 #include <QProxyStyle>
 #include <QScopedValueRollback>
-#include <QValidator>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <utility>
 
 #include "controls/bolsa_propiedades.h"
+#include "controls/entrada_textextend.h"
 #include "core/numtext.h"
 
 namespace {
@@ -55,10 +47,6 @@ QColor readable(QColor colour, const QColor& background) {
     return colour;
 }
 
-std::u16string_view view(const QString& text) {
-    return {QStringView(text).utf16(), static_cast<std::size_t>(text.size())};
-}
-
 Qt::Alignment alignment_of(int alignment) {
     constexpr std::array SIDES{Qt::AlignLeft, Qt::AlignRight, Qt::AlignHCenter};
     return SIDES[static_cast<std::size_t>(std::clamp(alignment, 0, 2))] | Qt::AlignVCenter;
@@ -84,62 +72,6 @@ QString plain_caption(const QString& caption) {
     if (plain.endsWith(u':'))
         plain.chop(1);
     return plain.trimmed();
-}
-
-/// One line: breaks, tabs and control characters of a text that comes in are blanks.
-QString one_line(QString text) {
-    for (QChar& c : text)
-        if (c.unicode() < u' ' || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
-            c = u' ';
-    return text;
-}
-
-std::int16_t shift_of(Qt::KeyboardModifiers keys) {
-    return static_cast<std::int16_t>((keys & Qt::ShiftModifier ? 1 : 0) | (keys & Qt::ControlModifier ? 2 : 0) |
-                                     (keys & Qt::AltModifier ? 4 : 0));
-}
-
-std::int16_t button_of(Qt::MouseButtons buttons) {
-    return static_cast<std::int16_t>((buttons & Qt::LeftButton ? 1 : 0) | (buttons & Qt::RightButton ? 2 : 0) |
-                                     (buttons & Qt::MiddleButton ? 4 : 0));
-}
-
-/// The number of the key on the keyboard as forms know it: letters and digits by their capitals, F1 to F24 from 112.
-std::int16_t key_code(const QKeyEvent& event) {
-    struct Code {
-        int key;
-        std::int16_t code;
-    };
-    constexpr std::array CODES{
-        Code{Qt::Key_Backspace, 8}, Code{Qt::Key_Tab, 9},       Code{Qt::Key_Backtab, 9},   Code{Qt::Key_Return, 13},
-        Code{Qt::Key_Enter, 13},    Code{Qt::Key_Shift, 16},    Code{Qt::Key_Control, 17},  Code{Qt::Key_Alt, 18},
-        Code{Qt::Key_Pause, 19},    Code{Qt::Key_CapsLock, 20}, Code{Qt::Key_Escape, 27},   Code{Qt::Key_PageUp, 33},
-        Code{Qt::Key_PageDown, 34}, Code{Qt::Key_End, 35},      Code{Qt::Key_Home, 36},     Code{Qt::Key_Left, 37},
-        Code{Qt::Key_Up, 38},       Code{Qt::Key_Right, 39},    Code{Qt::Key_Down, 40},     Code{Qt::Key_Print, 44},
-        Code{Qt::Key_Insert, 45},   Code{Qt::Key_Delete, 46},   Code{Qt::Key_NumLock, 144}, Code{Qt::Key_Plus, 187},
-        Code{Qt::Key_Comma, 188},   Code{Qt::Key_Minus, 189},   Code{Qt::Key_Period, 190}};
-    const int key = event.key();
-    if (key >= Qt::Key_F1 && key <= Qt::Key_F24)
-        return static_cast<std::int16_t>(112 + key - Qt::Key_F1);
-    const auto found = std::find_if(CODES.begin(), CODES.end(), [key](const Code& row) { return row.key == key; });
-    if (found != CODES.end())
-        return found->code;
-    return static_cast<std::int16_t>(key < 0x100 ? key : 0);
-}
-
-/// The character that a key types, 8 for backspace, 13 for the enter keys; 0 for all keys that are commands.
-std::int16_t key_ascii(const QKeyEvent& event) {
-    const auto keys = event.modifiers();
-    if (keys & Qt::ControlModifier && !(keys & Qt::AltModifier))  // both together are the third level of a keyboard
-        return 0;
-    if (event.key() == Qt::Key_Backspace)
-        return 8;
-    if (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter)
-        return 13;
-    const QString typed = event.text();
-    return !typed.isEmpty() && typed.front() >= u' ' && typed.front() != QChar(0x7F)
-               ? static_cast<std::int16_t>(typed.front().unicode())
-               : std::int16_t{0};
 }
 
 /// Shows a character of the host's choice for every one of a password.
@@ -193,258 +125,6 @@ const std::array<Row, 21>& rows() {
 }
 
 }  // namespace
-
-/// The line edit, with the box's rules as the validator of what the user does: a change that they do not take is undone
-/// before anybody sees it and leaves no trace in the undo history.
-class textextend::Entrada : public QLineEdit {
-public:
-    explicit Entrada(textextend* box) : QLineEdit(box), box_(box) {
-        setObjectName(QStringLiteral("Txt"));
-        setMouseTracking(true);
-        setValidator(new Rules(this));
-    }
-
-    /// Paste and drop: one line, in the filtering modes without blanks around it. False when it is not taken.
-    bool take(const QString& text) {
-        if (isReadOnly())
-            return false;
-        QString line = one_line(text);
-        if (box_->filtro_ != Filtro::Free)
-            line = line.trimmed();
-        if (line.isEmpty())
-            return true;
-        separate();
-        const bool enters = reglas::may_enter(box_->filtro_, box_->signo_, view(line));
-        const bool taken = enters && as_user([&] { insert(line); });
-        separate();
-        if (!taken) {
-            end(false);
-            emit box_->refused();
-        }
-        return taken;
-    }
-
-    /// Runs a handler of the host, whose own changes of the text are not the user's.
-    template <class Handler>
-    void as_host(Handler handler) {
-        const QScopedValueRollback host(by_user_, false);
-        handler();
-    }
-
-protected:
-    void keyPressEvent(QKeyEvent* event) override {
-        emit box_->KeyDown(key_code(*event), shift_of(event->modifiers()));
-        if (const std::int16_t key = key_ascii(*event); key != 0)
-            return press(key, event);
-        if (event->matches(QKeySequence::Paste))
-            take(QApplication::clipboard()->text());
-        else if (event->matches(QKeySequence::Undo) || event->matches(QKeySequence::Redo))
-            QLineEdit::keyPressEvent(event);  // back to texts that stood
-        else
-            as_user([&] { QLineEdit::keyPressEvent(event); });
-    }
-
-    void keyReleaseEvent(QKeyEvent* event) override {
-        QLineEdit::keyReleaseEvent(event);
-        emit box_->KeyUp(key_code(*event), shift_of(event->modifiers()));
-    }
-
-    void inputMethodEvent(QInputMethodEvent* event) override {
-        if (isReadOnly())
-            return event->ignore();
-        if (!composing_)
-            before_composition_ = text();
-        composing_ = !event->preeditString().isEmpty();
-        const QString typed = event->commitString();
-        const QString commit = filtered(typed);
-        bool taken = commit.isEmpty() == typed.isEmpty();
-        event->setCommitString(commit, taken ? event->replacementStart() : 0, taken ? event->replacementLength() : 0);
-        taken = as_user([&] { QLineEdit::inputMethodEvent(event); }) && taken;
-        if (taken)
-            return;
-        take_back_composition();
-        if (typed.size() > 1)
-            emit box_->refused();
-    }
-
-    void mousePressEvent(QMouseEvent* event) override {
-        const QPointF at = event->position();
-        QLineEdit::mousePressEvent(event);
-        emit box_->MouseDown(button_of(event->button()), shift_of(event->modifiers()), at.x(), at.y());
-    }
-
-    void mouseMoveEvent(QMouseEvent* event) override {
-        const QPointF at = event->position();
-        QLineEdit::mouseMoveEvent(event);
-        emit box_->MouseMove(button_of(event->buttons()), shift_of(event->modifiers()), at.x(), at.y());
-    }
-
-    void mouseReleaseEvent(QMouseEvent* event) override {
-        const QPointF at = event->position();
-        const auto* clipboard = QApplication::clipboard();
-        if (event->button() == Qt::MiddleButton && clipboard->supportsSelection()) {
-            deselect();
-            take(clipboard->text(QClipboard::Selection));
-        } else {
-            QLineEdit::mouseReleaseEvent(event);
-        }
-        if (entered_by_click_ && !hasSelectedText())
-            selectAll();  // the click that enters the box put the caret and lost the selection
-        entered_by_click_ = false;
-        emit box_->MouseUp(button_of(event->button()), shift_of(event->modifiers()), at.x(), at.y());
-        if (!std::exchange(double_clicked_, false) && event->button() == Qt::LeftButton &&
-            rect().contains(at.toPoint()))
-            emit box_->Click();
-    }
-
-    void mouseDoubleClickEvent(QMouseEvent* event) override {
-        QLineEdit::mouseDoubleClickEvent(event);
-        double_clicked_ = true;
-        emit box_->DblClick();
-    }
-
-    void contextMenuEvent(QContextMenuEvent* event) override {
-        QMenu* menu = createStandardContextMenu();
-        menu->setAttribute(Qt::WA_DeleteOnClose);
-        redirect(*menu, "edit-paste", [this] { take(QApplication::clipboard()->text()); });
-        redirect(*menu, "edit-cut", [this] { as_user([this] { cut(); }); });
-        redirect(*menu, "edit-delete", [this] { as_user([this] { del(); }); });
-        menu->popup(event->globalPos());
-    }
-
-    void dropEvent(QDropEvent* event) override {
-        if (isReadOnly() || !event->mimeData()->hasText())
-            return QLineEdit::dropEvent(event);
-        setCursorPosition(cursorPositionAt(event->position().toPoint()));
-        if (take(event->mimeData()->text()))
-            event->acceptProposedAction();
-        else
-            event->setDropAction(Qt::IgnoreAction);  // the giver of a move keeps its text
-    }
-
-    void focusInEvent(QFocusEvent* event) override {
-        const int caret = cursorPosition();
-        QLineEdit::focusInEvent(event);
-        if (std::exchange(inside_, true))
-            return;  // back from a menu, another program or a message box
-        entered_by_click_ = box_->select_on_focus_ && event->reason() == Qt::MouseFocusReason;
-        if (box_->select_on_focus_)
-            selectAll();
-        else
-            setCursorPosition(caret);  // the line edit selects on its own at a tab
-        emit box_->GotFocus();
-    }
-
-    void focusOutEvent(QFocusEvent* event) override {
-        QLineEdit::focusOutEvent(event);
-        entered_by_click_ = false;
-        if (!leaves(*event))
-            return;
-        inside_ = false;
-        box_->Txt_LostFocus();
-    }
-
-private:
-    class Rules : public QValidator {
-    public:
-        explicit Rules(Entrada* entry) : QValidator(entry), entry_(entry) {}
-
-        State validate(QString& text, int&) const override {
-            const textextend& box = *entry_->box_;
-            if (!entry_->by_user_ || reglas::may_become(box.filtro_, box.signo_, view(box.standing_), view(text)))
-                return Acceptable;
-            entry_->undone_ = true;
-            return Invalid;
-        }
-
-    private:
-        Entrada* entry_;
-    };
-
-    /// To a menu, another program or a message box the user does not leave; to another child window yes.
-    bool leaves(const QFocusEvent& event) const {
-        const Qt::FocusReason reason = event.reason();
-        return reason != Qt::PopupFocusReason && reason != Qt::MenuBarFocusReason &&
-               (reason != Qt::ActiveWindowFocusReason || window()->isActiveWindow());
-    }
-
-    /// False when the rules undid what the action changed; the caret is then at the end.
-    template <class Action>
-    bool as_user(Action action) {
-        undone_ = false;
-        {
-            const QScopedValueRollback user(by_user_, true);
-            action();
-        }
-        if (!undone_)
-            return true;
-        undone_ = false;
-        end(false);
-        return false;
-    }
-
-    std::int16_t filtered(std::int16_t key) {
-        key = reglas::filter_key(box_->filtro_, box_->signo_, key);
-        emit box_->KeyPress(key);
-        return key;
-    }
-
-    /// The characters of an input method, each as the key that it stands for; empty when one of them is dropped.
-    QString filtered(const QString& typed) {
-        QString result;
-        for (const QChar c : typed) {
-            const std::int16_t key = filtered(static_cast<std::int16_t>(c.unicode()));
-            if (key == 0)
-                return {};
-            result.append(QChar(static_cast<char16_t>(key)));
-        }
-        return result;
-    }
-
-    void press(std::int16_t key, QKeyEvent* event) {
-        const std::int16_t kept = filtered(key);
-        if (kept == 0)
-            return event->accept();
-        if (kept == key)
-            as_user([&] { QLineEdit::keyPressEvent(event); });
-        else if (!isReadOnly())
-            as_user([&] { insert(QString(QChar(static_cast<char16_t>(kept)))); });
-    }
-
-    /// Beginning a composition deletes the selection, which a refused one gives back.
-    void take_back_composition() {
-        if (composing_ || text() == before_composition_)
-            return;
-        undo();
-        if (text() != before_composition_)
-            setText(before_composition_);
-        end(false);
-    }
-
-    /// Ends the step that undo takes back in one; moving the caret does.
-    void separate() {
-        if (hasSelectedText() || text().isEmpty())
-            return;
-        const int at = cursorPosition();
-        setCursorPosition(at == 0 ? 1 : at - 1);
-        setCursorPosition(at);
-    }
-
-    template <class Action>
-    void redirect(QMenu& menu, const char* name, Action action) {
-        for (QAction* entry : menu.actions())
-            if (entry->objectName() == QLatin1String(name)) {
-                QObject::disconnect(entry, &QAction::triggered, nullptr, nullptr);
-                connect(entry, &QAction::triggered, this, action);
-            }
-    }
-
-    textextend* box_;
-    bool by_user_ = false, undone_ = false;
-    bool inside_ = false, entered_by_click_ = false, double_clicked_ = false;
-    bool composing_ = false;
-    QString before_composition_;
-};
 
 textextend::textextend(QWidget* padre)
     : QWidget(padre), lblHeader(new QLabel(this)), entrada_(new Entrada(this)), Txt(entrada_) {
