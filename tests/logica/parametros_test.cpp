@@ -165,6 +165,8 @@ TEST(ParametrosChoice, ApplyingIsAllOrNothing) {
     EXPECT_DOUBLE_EQ(row.moles, 2.0);
     renumber(choice, 1);
     EXPECT_EQ(choice.gas, 0);
+    row.gas_number = 0;  // the gas is deleted, and its coefficients with it
+    EXPECT_TRUE(row.parameters && choice_of(row).automatic);
 }
 
 /// a and b put the critical point of the model at the gas's own whatever the exponent is.

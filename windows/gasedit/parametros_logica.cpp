@@ -69,6 +69,11 @@ bool of_row(const Choice& choice, const EquationSlot& row) {
     return choice.gas == row.gas_number && choice.model == row.equation;
 }
 
+/// Coefficients without a gas are nobody's.
+bool by_hand(const EquationSlot& row) {
+    return row.parameters && row.gas_number > 0;
+}
+
 bool by_hand(const Choice& choice) {
     return !choice.automatic && coefficient_count(choice.model) > 0;
 }
@@ -77,7 +82,7 @@ bool by_hand(const Choice& choice) {
 void begin_by_hand(Choice& choice, const EquationSlot& row, const Text& data) {
     if (choice.own || !by_hand(choice))
         return;
-    if (of_row(choice, row) && row.parameters) {
+    if (of_row(choice, row) && by_hand(row)) {
         choice.own = coefficients_of(row.gas, row.equation);
         choice.mu = row.mu;
         return;
@@ -149,7 +154,7 @@ const Row& Table::row(std::int16_t gas) {
 // ---- The choice for one isotherm row
 
 Choice choice_of(const EquationSlot& row) {
-    Choice choice{row.gas_number, row.equation, !row.parameters, std::nullopt, row.mu};
+    Choice choice{row.gas_number, row.equation, !by_hand(row), std::nullopt, row.mu};
     if (by_hand(choice))
         choice.own = coefficients_of(row.gas, row.equation);
     return choice;
@@ -220,7 +225,7 @@ Shown shown(const Choice& choice, const EquationSlot& row, const Text& data) {
 }
 
 bool pending(const Choice& choice, const EquationSlot& row) {
-    if (!of_row(choice, row) || by_hand(choice) != row.parameters)
+    if (!of_row(choice, row) || by_hand(choice) != by_hand(row))
         return true;
     if (choice.model == EquationOfState::FreeExponent && choice.mu != row.mu)
         return true;
