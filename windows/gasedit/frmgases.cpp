@@ -511,7 +511,9 @@ void frmgases::elegir(std::int16_t number) {
     if (number == 0)
         return;
     const tavo::confreg::Text& database = estado_.data();
-    if (database.lineaseccion("g" + std::to_string(number)) > 0)
+    std::string section("g");
+    section += std::to_string(number);
+    if (database.lineaseccion(section) > 0)
         return mostrar(editor::read(database, number), number);
     aviso_ = texto_(726, QStringLiteral("El gas %1 no tiene sección en la base de datos")).arg(number);
     mostrar_modo();
