@@ -7,7 +7,7 @@
 enum class Respuesta { Aceptar, Si, No, Cancelar };
 
 /// Style numbers: 0 plain, 16 critical, 48 exclamation, 64 information (all with OK), 51 exclamation with yes, no and
-/// cancel (a question), 36 question with yes and no.
+/// cancel (a question), 36 question with yes and no, no being the answer to return and escape.
 inline bool es_pregunta(int estilo) {
     return (estilo & 0x0F) != 0;
 }

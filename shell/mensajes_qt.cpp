@@ -83,6 +83,10 @@ Respuesta MensajesQt::mostrar(const QString& texto, int estilo, const QString& t
     box.setTextFormat(Qt::PlainText);
     box.setText(texto);
     box.setStandardButtons(buttons_of(estilo));
+    if (box.standardButtons() == (QMessageBox::Yes | QMessageBox::No)) {  // what is lost is lost only on purpose
+        box.setDefaultButton(QMessageBox::No);
+        box.setEscapeButton(QMessageBox::No);
+    }
     return answer_of(box.exec(), estilo);
 }
 
