@@ -232,6 +232,7 @@ void tst_frmgases::buttons_follow_browsing_and_changing() {
     QVERIFY(states(false));
     QVERIFY(text("textgas").startsWith("Ar "));
     QCOMPARE(text("texttc"), "150.6870");
+    QVERIFY(control<QLabel>("lbestado")->text().startsWith("Se ve Ar "));
     click("btsel");
     QVERIFY(states(true));
     QVERIFY(entry("textgas")->hasFocus());

@@ -514,9 +514,10 @@ void frmgases::elegir(std::int16_t number) {
     std::string section("g");
     section += std::to_string(number);
     if (database.lineaseccion(section) > 0)
-        return mostrar(editor::read(database, number), number);
-    aviso_ = texto_(726, QStringLiteral("El gas %1 no tiene sección en la base de datos")).arg(number);
-    mostrar_modo();
+        mostrar(editor::read(database, number), number);
+    else
+        aviso_ = texto_(726, QStringLiteral("El gas %1 no tiene sección en la base de datos")).arg(number);
+    mostrar_modo();  // with the name
 }
 
 /// Back to the list, without a choice; the boxes stay as they are.
