@@ -557,6 +557,11 @@ void frmprincipal::mostrar_estado(const QString& text, int milliseconds) {
 }
 
 void frmprincipal::closeEvent(QCloseEvent* event) {
+    for (const char* name : {"frmgases", "frmIdioma"}) {  // they ask what becomes of data that are not saved
+        QWidget* window = estado_.open_window(QLatin1String(name));
+        if (window && !window->close())
+            return event->ignore();
+    }
     event->accept();
     QCoreApplication::exit(0);
 }

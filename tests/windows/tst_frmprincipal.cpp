@@ -1,6 +1,7 @@
 // The main window: menus, toolbar, units, languages, child windows.
 
 #include <QAction>
+#include <QCloseEvent>
 #include <QDialog>
 #include <QLabel>
 #include <QMdiArea>
@@ -98,6 +99,7 @@ private slots:
     void keys_close_the_child_in_front();
     void dialogs_stand_in_front();
     void status_line();
+    void a_window_with_unsaved_data_can_hold_the_program_back();
     void leaving_ends_the_program_data();
     void leaving_ends_the_program();
 
@@ -590,6 +592,17 @@ void tst_frmprincipal::status_line() {
     QCOMPARE(text("lbunidad"), "&507-th");
     estado_->set_status("breve", 1);
     QTRY_COMPARE(text("lbestado"), "");
+}
+
+void tst_frmprincipal::a_window_with_unsaved_data_can_hold_the_program_back() {
+    class Terca final : public QWidget {
+        void closeEvent(QCloseEvent* event) override { event->ignore(); }
+    };
+    start_with_all_windows();
+    estado_->register_window("frmgases", [] { return new Terca; });
+    estado_->show_window("frmgases");
+    QVERIFY(!principal_->close());
+    QVERIFY(principal_->isVisible());
 }
 
 void tst_frmprincipal::leaving_ends_the_program_data() {

@@ -33,9 +33,12 @@ QString format(double x) {
     return QString::fromStdString(tavo::Format(x, CONSTANT));
 }
 
+bool has_acentric_factor(EquationOfState model) {
+    return model == EquationOfState::Soave || model == EquationOfState::PengRobinson;
+}
+
 bool depends_on_temperature(EquationOfState model) {
-    return model == EquationOfState::Virial || model == EquationOfState::Soave ||
-           model == EquationOfState::PengRobinson;
+    return model == EquationOfState::Virial || has_acentric_factor(model);
 }
 
 /// Sentences of a changing length that leave everything below them in its place.
@@ -46,7 +49,6 @@ public:
         setTextFormat(Qt::PlainText);
         setAlignment(Qt::AlignLeft | Qt::AlignTop);
         setTextInteractionFlags(Qt::TextSelectableByMouse);
-        setMargin(SPACING);
     }
 
     QSize sizeHint() const override { return {QLabel::sizeHint().width(), height_of_lines()}; }
@@ -54,7 +56,7 @@ public:
     bool hasHeightForWidth() const override { return false; }
 
 private:
-    int height_of_lines() const { return lines_ * fontMetrics().lineSpacing() + 2 * margin(); }
+    int height_of_lines() const { return lines_ * fontMetrics().lineSpacing() + 2 * (margin() + frameWidth()); }
 
     int lines_;
 };
@@ -73,11 +75,11 @@ frmgases::frmgases(ApplicationState& estado, Mensajes& mensajes, QWidget* padre)
     desplazable_->setWidgetResizable(true);
     desplazable_->setFocusPolicy(Qt::NoFocus);
     contenido_ = new QWidget;
-    auto* columns = new QHBoxLayout(contenido_);
-    columns->setContentsMargins(MARGIN, MARGIN, MARGIN, MARGIN);
-    columns->setSpacing(MARGIN);
-    columns->addWidget(crear_gas(), 1);
-    columns->addWidget(crear_coeficientes(), 1);
+    partes_ = new QBoxLayout(QBoxLayout::LeftToRight, contenido_);
+    partes_->setContentsMargins(MARGIN, MARGIN, MARGIN, MARGIN);
+    partes_->setSpacing(MARGIN);
+    partes_->addWidget(crear_gas(), 1);
+    partes_->addWidget(crear_coeficientes(), 1);
     desplazable_->setWidget(contenido_);
     for (QWidget* ground : std::initializer_list<QWidget*>{desplazable_->viewport(), contenido_})
         ground->setAutoFillBackground(false);  // the window's own shows
@@ -126,6 +128,7 @@ QWidget* frmgases::crear_gas() {
     lbestado_ = new Nota(2, body);
     lbestado_->setObjectName(QStringLiteral("lbestado"));
     lbestado_->setFrameShape(QFrame::StyledPanel);
+    lbestado_->setMargin(SPACING);
     column->addWidget(lbestado_);
     column->addWidget(crear_datos());
     column->addWidget(crear_botones());
@@ -225,7 +228,7 @@ void frmgases::pintar_cajas() {
         box->setForeColor(palette().color(QPalette::Text));
         box->setBackColor(palette().color(QPalette::Base));
         box->setHeaderForeColor(palette().color(QPalette::WindowText));
-        box->setHeaderBackColor(palette().color(QPalette::Window));
+        box->setHeaderBackColor(Qt::transparent);
     }
 }
 
@@ -266,9 +269,19 @@ QWidget* frmgases::crear_coeficientes() {
     return group;
 }
 
+/// With its two parts side by side, however they stand now.
 QSize frmgases::sizeHint() const {
+    const QSize left = partes_->itemAt(0)->sizeHint(), right = partes_->itemAt(1)->sizeHint();
     const int bar = desplazable_->verticalScrollBar()->sizeHint().width();
-    return contenido_->sizeHint() + QSize(bar, 0);
+    return {left.width() + right.width() + 3 * MARGIN + bar, std::max(left.height(), right.height()) + 2 * MARGIN};
+}
+
+/// Side by side where there is room, else one below the other.
+void frmgases::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    const int least = partes_->itemAt(0)->minimumSize().width() + partes_->itemAt(1)->minimumSize().width();
+    const int room = width() - 3 * MARGIN - desplazable_->verticalScrollBar()->sizeHint().width();
+    partes_->setDirection(least <= room ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
 }
 
 // ---- Wiring
@@ -293,8 +306,10 @@ void frmgases::crear_avisos() {
         connect(box, &QLineEdit::inputRejected, this, refused);
     // A click on what takes no focus, such as a button, leaves it where it is: the frame around would take it.
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
-        if (now && contenido_->isAncestorOf(now))
+        if (now && contenido_->isAncestorOf(now)) {
             contenido_->setFocusProxy(now);
+            desplazable_->ensureWidgetVisible(now);
+        }
     });
     // The list loses its choice while the names are exchanged.
     connect(estado_.gas_names(), &QAbstractItemModel::modelAboutToBeReset, this, [this] { cargando_ = true; });
@@ -559,11 +574,10 @@ QString frmgases::letrero() const {
 void frmgases::mostrar_conjunto() {
     const auto model = static_cast<EquationOfState>(conjunto());
     const bool automatic = borrador_.automatic(conjunto());
-    const bool acentric = model == EquationOfState::Soave || model == EquationOfState::PengRobinson;
     imgformula->set_model(model);
     chkauto->setEnabled(model != EquationOfState::IdealGas);
     chkauto->setChecked(automatic);
-    cajas_->set_read_only({automatic, automatic, automatic && !acentric, automatic});
+    cajas_->set_read_only({automatic, automatic, automatic && !has_acentric_factor(model), automatic});
     cajas_->forget_edits();
     cajas_->mu_box()->setModified(false);
     actualizar();
@@ -573,8 +587,11 @@ void frmgases::actualizar() {
     editor::Draft draft = borrador_;
     if (cajas_->mu_box()->isModified() && cajas_->mu() > 1.0)
         draft.set_mu(cajas_->mu());  // as one types
+    const auto model = static_cast<EquationOfState>(conjunto());
     const editor::ShownSet set = draft.shown(conjunto(), constantes());
-    cajas_->update_values(static_cast<EquationOfState>(conjunto()), set.c, set.mu);
+    cajas_->update_values(model, set.c, set.mu);
+    if (has_acentric_factor(model) && !borrador_.automatic(conjunto()))
+        cajas_->findChild<QLabel*>(QStringLiteral("lba"))->setText(QStringLiteral("a (Tc)"));
     lbnota_->setText(nota(set));
     punto_->show_point(set.slot.gas, tavo::calcnum::critical_point(set.slot));
 }

@@ -19,6 +19,7 @@
 #include "shell/mensajes.h"
 #include "windows/gasedit/draft.h"
 
+class QBoxLayout;
 class QVBoxLayout;
 
 /// The one writer of the gas database. A gas that is chosen in the list is shown; only the button makes it the one to
@@ -35,6 +36,7 @@ protected:
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     enum class Modo { Navegar, Cambiar };
@@ -102,6 +104,7 @@ private:
 
     QScrollArea* desplazable_;
     QWidget* contenido_;
+    QBoxLayout* partes_;
     QLabel *Label1, *Label2, *lbestado_, *lbnota_;
     ListaGases* cmbgas;
     textextend *textgas, *textpm, *textpc, *texttc, *textvc, *textteb, *texthvap;
