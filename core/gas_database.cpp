@@ -168,6 +168,20 @@ std::vector<std::string> gas_names(const confreg::Text& data, std::int16_t count
     return names;
 }
 
+void drop_gas(EquationSlot& slot) {
+    slot.gas_number = 0;
+    slot.gas = {};
+    slot.parameters = false;
+}
+
+void follow_removal(EquationSlot& slot, std::int16_t removed) {
+    if (slot.gas_number == 0)
+        return;
+    slot.gas_number = renumbered(slot.gas_number, removed);
+    if (slot.gas_number == 0)
+        drop_gas(slot);
+}
+
 void cargargas(const confreg::Text& data, EquationOfState equation, std::int16_t gas, bool reload, bool keep,
                double& temperature, double& mu, GasRecord& record) {
     guard(temperature);

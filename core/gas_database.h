@@ -23,6 +23,11 @@ constexpr std::int16_t renumbered(std::int16_t number, std::int16_t removed) {
     return static_cast<std::int16_t>(number > removed ? number - 1 : number);
 }
 
+/// Leaves a slot without gas, coefficients and parameter flag.
+void drop_gas(EquationSlot& slot);
+/// After gas `removed` was deleted: a slot of a later gas follows it to its new number, one of that gas drops it.
+void follow_removal(EquationSlot& slot, std::int16_t removed);
+
 /// Loads gas `gas` for model `equation` into `record`.
 /// Name and critical constants are always read; zc = pc vc / (R tc), or -1 for an unknown vc. The coefficients are
 /// read, and each one stored as -1 derived from the critical constants, when the model is not 0 and (reload or not

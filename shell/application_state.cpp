@@ -147,10 +147,8 @@ void ApplicationState::edit_gases(const std::function<void(tavo::confreg::Text&)
 bool ApplicationState::remove_gas(std::int16_t number, const std::function<void(tavo::confreg::Text&)>& edits) {
     if (!tavo::confreg::edit(data_path(), site(), edits))
         return false;
-    for (int i = 0; i < tavo::SlotTable::size; ++i) {
-        std::int16_t& held = impl_->slot_table[i].gas_number;
-        held = tavo::Global::renumbered(held, number);
-    }
+    for (int i = 0; i < tavo::SlotTable::size; ++i)
+        tavo::Global::follow_removal(impl_->slot_table[i], number);
     emit gas_removed(number);
     reload_gases();
     return true;

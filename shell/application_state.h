@@ -81,9 +81,9 @@ public:
     /// The one writer of the database: applies the edits to its text, rewrites it once, reads the gases again. Throws
     /// as confreg::edit; nothing has changed then.
     void edit_gases(const std::function<void(tavo::confreg::Text&)>& edits);
-    /// As edit_gases for the deletion of gas `number`: before the gases are announced, slots that held it hold none and
-    /// those that held a later one follow it to its new number; gas_removed tells the windows the same. False, and
-    /// nothing announced, when the edits change nothing: the gas has no section.
+    /// As edit_gases for the deletion of gas `number`: before the gases are announced, slots that held it are left
+    /// without gas, those that held a later one follow it to its new number; gas_removed tells the windows the same.
+    /// False, and nothing announced, when the edits change nothing: the gas has no section.
     bool remove_gas(std::int16_t number, const std::function<void(tavo::confreg::Text&)>& edits);
 
     // Conditions and plot

@@ -9,6 +9,8 @@
 
 namespace {
 
+using tavo::confreg::Text;
+
 const QByteArray TABLE = "[idioma]\r\nidioma=alfa\r\n\r\n[Alfa]\r\n1=uno\r\n2=\r\n\r\n[Beta]\r\n1=one\r\n2=two\r\n";
 const QByteArray GASES = "[General]\r\nn=2\r\n[G1]\r\nnombre=helio\r\n[G2]\r\nnombre=ne\xF3n\r\n";
 
@@ -30,6 +32,7 @@ private slots:
     void a_new_list_of_languages_is_announced();
     void help_file_belongs_to_a_language_of_the_list();
     void gas_list_is_shared();
+    void slots_follow_a_removed_gas();
     void missing_files_are_errors();
     void windows_are_made_once();
     void a_closed_window_is_made_anew();
@@ -101,6 +104,60 @@ void tst_application_state::gas_list_is_shared() {
     QCOMPARE(announced.count(), 1);
     QCOMPARE(estado.gas_names(), names);
     QCOMPARE(names->rowCount(), 1);
+}
+
+void tst_application_state::slots_follow_a_removed_gas() {
+    const HogarTemporal home;
+    home.write("data", GASES + "[G3]\r\nnombre=arg\xF3n\r\n");
+    const QByteArray before = home.read("data");
+    ApplicationState estado(home.path());
+    estado.load_gases();
+    constexpr std::array<std::int16_t, 6> HELD{1, 2, 3, 0, 2, 3}, LEFT{1, 0, 2, 0, 0, 2};
+    for (int i = 0; i < 6; ++i) {
+        estado.slot_table()[i].gas_number = HELD[static_cast<std::size_t>(i)];
+        estado.slot_table()[i].parameters = true;
+        estado.slot_table()[i].gas.a = 7.5;
+    }
+    const auto held = [&] {
+        std::array<std::int16_t, 6> numbers{};
+        for (int i = 0; i < 6; ++i)
+            numbers[static_cast<std::size_t>(i)] = estado.slot_table()[i].gas_number;
+        return numbers;
+    };
+    QStringList told;
+    connect(&estado, &ApplicationState::gas_removed, &estado, [&](std::int16_t number) {
+        told << QStringLiteral("removed %1").arg(number);
+        QCOMPARE(held(), LEFT);
+    });
+    connect(&estado, &ApplicationState::gases_changed, &estado, [&] { told << "changed"; });
+
+    // Nothing to remove, edits that fail, a database that cannot be written: nobody hears of it.
+    QVERIFY(!estado.remove_gas(2, [](Text& text) { text.borrarseccion("G9"); }));
+    const auto half = [](Text& text) {
+        text.borrarseccion("G2");
+        throw tavo::Overflow("half way");
+    };
+    const auto remove = [](Text& text) {
+        text.borrarseccion("G2");
+        text.reemplazarlinea("[G3]", "[G2]");
+    };
+    QVERIFY_THROWS_EXCEPTION(tavo::Overflow, estado.remove_gas(2, half));
+    home.write("fich.tmp", "another rewrite");
+    QVERIFY_THROWS_EXCEPTION(tavo::RewriteRefused, estado.remove_gas(2, remove));
+    std::filesystem::remove(home.path() / "fich.tmp");
+    QCOMPARE(held(), HELD);
+    QCOMPARE(home.read("data"), before);
+    QVERIFY(told.isEmpty());
+
+    QVERIFY(estado.remove_gas(2, remove));
+    QCOMPARE(told, (QStringList{"removed 2", "changed"}));
+    QCOMPARE(held(), LEFT);
+    QCOMPARE(estado.gas_names()->index(1, 0).data().toString(), QString::fromUtf8("argón"));
+    for (int i = 0; i < 6; ++i) {
+        const bool emptied = HELD[static_cast<std::size_t>(i)] == 2;
+        QCOMPARE(estado.slot_table()[i].parameters, !emptied);
+        QCOMPARE(estado.slot_table()[i].gas.a, emptied ? 0.0 : 7.5);
+    }
 }
 
 void tst_application_state::missing_files_are_errors() {

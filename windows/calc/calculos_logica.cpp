@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <string>
+#include <utility>
 
 #include "core/gas_database.h"
 #include "core/models.h"
@@ -106,7 +107,7 @@ void load(const tavo::confreg::Text& data, EquationSlot& slot, bool reload) {
     }
 }
 
-/// The gas's constants without coefficients, as far as it has them.
+/// The gas's constants as far as it has them, without coefficients but for those set by hand.
 void load_constants(const tavo::confreg::Text& data, EquationSlot& slot) {
     EquationSlot constants;
     constants.gas_number = slot.gas_number;
@@ -115,7 +116,9 @@ void load_constants(const tavo::confreg::Text& data, EquationSlot& slot) {
     } catch (const tavo::Error&) {
         constants.gas = {};
     }
-    slot.gas = constants.gas;
+    const tavo::GasRecord before = std::exchange(slot.gas, constants.gas);
+    if (slot.parameters)
+        set_coefficients(slot, before.a, before.b, before.c, before.d);
 }
 
 /// Runs a change of the slot that may fail; the slot then is what it was.
@@ -136,8 +139,12 @@ void choose(const tavo::confreg::Text& data, EquationSlot& slot, std::int16_t ga
     slot.gas_number = gas;
     slot.equation = model;
     slot.parameters = false;
+    reload(data, slot);
+}
+
+void reload(const tavo::confreg::Text& data, EquationSlot& slot) {
     try {
-        load(data, slot, true);
+        load(data, slot, false);
     } catch (const Unsolvable&) {
         load_constants(data, slot);
         throw;

@@ -102,6 +102,8 @@ private:
 /// A new gas or model: the coefficients are loaded anew, those set by hand are gone. Throws Unsolvable (the slot then
 /// holds the choice, and no coefficients).
 void choose(const tavo::confreg::Text& data, EquationSlot& slot, std::int16_t gas, tavo::EquationOfState model);
+/// The same gas and model after the database has changed: coefficients set by hand stay. Throws as choose.
+void reload(const tavo::confreg::Text& data, EquationSlot& slot);
 /// Coefficients 1 to 4 by hand: they stay until the next choice.
 void set_coefficients(EquationSlot& slot, double a, double b, double c, double d);
 /// Another exponent: automatic coefficients follow it. Throws Unsolvable (SmallMu) and leaves the slot for mu <= 1.

@@ -15,6 +15,7 @@
 #include <utility>
 
 #include "controls/texto_estado.h"
+#include "core/gas_database.h"
 #include "shell/textos.h"
 #include "windows/calc/presentar.h"
 
@@ -268,6 +269,8 @@ void frmcalculos::crear_avisos() {
             contenido_->setFocusProxy(now);
     });
     connect(&estado_, &ApplicationState::calculation_mode_changed, this, &frmcalculos::modo_Change);
+    connect(&estado_, &ApplicationState::gas_removed, this,
+            [this](std::int16_t number) { tavo::Global::follow_removal(ranura_, number); });
     connect(&estado_, &ApplicationState::gases_changed, this, &frmcalculos::gases_Change);
 }
 
@@ -300,9 +303,12 @@ void frmcalculos::modo_Change(int mode) {
 
 void frmcalculos::gases_Change() {
     if (ranura_.gas_number > estado_.gas_count())
-        ranura_.gas_number = 0;
-    if (!ranura_.parameters)
-        cargar(ranura_.gas_number, ranura_.equation);
+        tavo::Global::drop_gas(ranura_);
+    try {
+        calculos::reload(estado_.data(), ranura_);
+    } catch (const Unsolvable&) {
+        // As with a choice.
+    }
     panel_->show_slot(ranura_);
     if (salida_ || fallo_)
         calcular(Motivo::Otro);

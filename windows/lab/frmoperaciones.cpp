@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "controls/texto_estado.h"
+#include "core/gas_database.h"
 #include "core/numtext.h"
 #include "shell/textos.h"
 
@@ -234,6 +235,8 @@ void frmoperaciones::conectar_controles() {
         connect(box, &QLineEdit::inputRejected, this, [this] {
             estado_.set_status(estado_.texto(554, QStringLiteral("Aquí solo cabe un número con punto decimal")), 5000);
         });
+    connect(&estado_, &ApplicationState::gas_removed, this,
+            [this](std::int16_t number) { tavo::Global::follow_removal(ranura_, number); });
     connect(&estado_, &ApplicationState::gases_changed, this, &frmoperaciones::gases_Change);
 }
 
@@ -350,13 +353,14 @@ void frmoperaciones::cmbecu_Click() {
 }
 
 void frmoperaciones::gases_Change() {
-    if (ranura_.gas_number > estado_.gas_count()) {
-        ranura_.gas_number = 0;
-        ranura_.parameters = false;
-    }
+    if (ranura_.gas_number > estado_.gas_count())
+        tavo::Global::drop_gas(ranura_);
     cambiar(Ocasion::Opening, [this] {
-        if (!ranura().parameters)
-            cargar(ranura().gas_number, ranura().equation);
+        try {
+            calculos::reload(estado_.data(), ranura());
+        } catch (const Unsolvable&) {
+            // The calculation says the same.
+        }
         muestra_ranura();
         calcular_y_dibujar();
     });

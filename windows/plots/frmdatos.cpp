@@ -92,7 +92,7 @@ frmdatos::frmdatos(ApplicationState& estado, Mensajes& mensajes, QWidget* padre)
     connect(&estado_, &ApplicationState::gases_changed, this, [this] {
         for (int i = 1; i <= ROWS; ++i) {
             if (ranura(i).gas_number > estado_.gas_count())
-                ranura(i).gas_number = 0;
+                tavo::Global::drop_gas(ranura(i));
             cargar(i, false);
             mostrar_eleccion(i);
             anunciar(i);

@@ -103,6 +103,7 @@ frmgraficos::frmgraficos(ApplicationState& estado, Mensajes& mensajes, ElegirArc
     crear_hoja();
     Form_Load();
     setFocusProxy(pctgrafico);
+    connect(&estado_, &ApplicationState::gases_changed, this, &frmgraficos::gases_Change);
 }
 
 void frmgraficos::crear_herramientas() {
@@ -211,6 +212,19 @@ void frmgraficos::Form_Resize() {
     } else {
         rechazado_ = estado_.current_range;
     }
+}
+
+/// The curves of the gases as they are now, where the user looks: only a range that was the default follows it.
+void frmgraficos::gases_Change() {
+    const PlotRange shown = estado_.current_range;
+    const bool at_default = shown == estado_.default_range;
+    actualiza();
+    if (!at_default)
+        estado_.current_range = shown;
+    if (graficos::check(estado_.current_range) == graficos::RangeFault::None)
+        dibuja();
+    else
+        limpiar();
 }
 
 void frmgraficos::colocar() {

@@ -77,6 +77,7 @@ private:
     void Form_Load();
     void Form_Unload();
     void Form_Resize();
+    void gases_Change();
     void pctgrafico_MouseDown(Qt::MouseButton button, QPointF at);
     void pctgrafico_MouseMove(Qt::MouseButtons buttons, QPointF at);
     void pctgrafico_MouseUp(Qt::MouseButton button, QPointF at);
