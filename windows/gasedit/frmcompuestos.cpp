@@ -82,7 +82,7 @@ frmcompuestos::frmcompuestos(ApplicationState& estado, Mensajes& mensajes, QWidg
     whole->setContentsMargins(0, 0, 0, 0);
     whole->addWidget(desplazable_);
 
-    setFocusProxy(cmbecu);
+    setFocusProxy(cmbfila);  // the first one: the tab key comes back here from the last
     Form_Load();
     crear_avisos();
 }
