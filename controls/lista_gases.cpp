@@ -2,9 +2,11 @@
 
 #include <QAbstractItemView>
 #include <QCompleter>
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QListView>
 #include <QSignalBlocker>
+#include <QToolTip>
 #include <QWheelEvent>
 
 ListaGases::ListaGases(QAbstractItemModel* names, QWidget* padre) : QComboBox(padre) {
@@ -28,6 +30,16 @@ void ListaGases::set_silently(int index) {
     setCurrentIndex(index);
     lineEdit()->setText(itemText(index));
     lineEdit()->setCursorPosition(0);
+}
+
+bool ListaGases::event(QEvent* event) {
+    if (event->type() != QEvent::ToolTip)
+        return QComboBox::event(event);
+    const QString about_gas = itemData(currentIndex(), Qt::ToolTipRole).toString();
+    if (about_gas.isEmpty())
+        return QComboBox::event(event);
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), about_gas + u'\n' + toolTip(), this);
+    return true;
 }
 
 void ListaGases::focusInEvent(QFocusEvent* event) {

@@ -4,7 +4,7 @@
 #include <QComboBox>
 
 /// Shares its model with the other lists, so a long database costs nothing per list. What is typed and names no gas is
-/// undone when the list is left.
+/// undone when the list is left. The tool tip of the chosen gas stands before the list's own.
 class ListaGases : public QComboBox {
     Q_OBJECT
 public:
@@ -14,6 +14,7 @@ public:
     void set_silently(int index);
 
 protected:
+    bool event(QEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 

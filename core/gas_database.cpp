@@ -163,8 +163,14 @@ std::int16_t gas_count(const confreg::Text& data) {
 
 std::vector<std::string> gas_names(const confreg::Text& data, std::int16_t count) {
     std::vector<std::string> names;
-    for (int gas = 1; gas <= count; ++gas)
-        names.push_back(data.leerclave("g" + std::to_string(gas), "nombre"));
+    for (int gas = 1; gas <= count; ++gas) {
+        std::string& name = names.emplace_back();
+        try {
+            name = data.leerclave("g" + std::to_string(gas), "nombre");
+        } catch (const Error&) {
+            // One bad section takes no other gas away.
+        }
+    }
     return names;
 }
 

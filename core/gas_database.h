@@ -13,7 +13,7 @@ namespace tavo::Global {
 /// Key "n" of section "general". Throws Overflow when it does not fit 16 bits; below 0 or missing reads as 0.
 std::int16_t gas_count(const confreg::Text& data);
 
-/// Names of gases 1..count in one pass ("" for a gas without a section or a name).
+/// Names of gases 1..count in one pass ("" for a gas whose section or name is missing or cannot be read).
 std::vector<std::string> gas_names(const confreg::Text& data, std::int16_t count);
 
 /// Number of a gas after gas `removed` was deleted; 0 for that gas itself.

@@ -4,16 +4,36 @@
 #include <QPointer>
 #include <QStringListModel>
 
+#include <algorithm>
 #include <map>
 #include <utility>
+#include <vector>
 
 #include "core/gas_database.h"
+#include "core/gas_listing.h"
 #include "core/idiomas.h"
+#include "shell/texto_gases.h"
 
 namespace {
 QString to_qstring(const std::filesystem::path& path) {
     return QString::fromStdString(path.string());
 }
+
+constexpr int PROBLEM_SHOWN = 15'000;  // ms
+
+/// Names of the gases; what is wrong with one is its tool tip.
+class GasNames : public QStringListModel {
+public:
+    std::function<QString(std::int16_t gas)> problem;
+
+    QVariant data(const QModelIndex& index, int role) const override {
+        if (role != Qt::ToolTipRole)
+            return QStringListModel::data(index, role);
+        const QString text = index.isValid() ? problem(static_cast<std::int16_t>(index.row() + 1)) : QString();
+        return text.isEmpty() ? QVariant() : text;
+    }
+};
+
 }  // namespace
 
 struct ApplicationState::Impl {
@@ -26,7 +46,8 @@ struct ApplicationState::Impl {
     QStringList languages;
     QString language;
     std::int16_t gas_count = 0;
-    QStringListModel gas_names;
+    GasNames gas_names;
+    std::vector<tavo::Global::GasProblem> gas_problems;
     AmountUnit unit = AmountUnit::Moles;
     tavo::SlotTable slot_table;
     std::map<QString, Factory> factories;
@@ -34,7 +55,9 @@ struct ApplicationState::Impl {
 };
 
 ApplicationState::ApplicationState(std::filesystem::path program_folder, QObject* parent)
-    : QObject(parent), impl_(std::make_unique<Impl>(std::move(program_folder))) {}
+    : QObject(parent), impl_(std::make_unique<Impl>(std::move(program_folder))) {
+    impl_->gas_names.problem = [this](std::int16_t gas) { return gas_problem(gas); };
+}
 
 ApplicationState::~ApplicationState() {
     // Windows that were made but never shown belong to nobody else, and may ask the state while they go.
@@ -111,14 +134,32 @@ const tavo::confreg::Text& ApplicationState::data() const {
 }
 
 void ApplicationState::load_gases() {
-    const tavo::confreg::Text& text = impl_->database.text();
-    const std::int16_t count = tavo::Global::gas_count(text);
+    tavo::Global::GasList list = tavo::Global::list_gases(impl_->database.text());
     QStringList names;
-    names.reserve(count);
-    for (const std::string& name : tavo::Global::gas_names(text, count))
-        names.append(QString::fromStdString(name));
-    impl_->gas_count = count;
+    names.reserve(static_cast<qsizetype>(list.names.size()));
+    for (const std::string& name : list.names)
+        names.append(gas_en_lista(*this, static_cast<std::int16_t>(names.size() + 1), name));
+    impl_->gas_count = static_cast<std::int16_t>(list.names.size());
+    impl_->gas_problems = std::move(list.problems);
     impl_->gas_names.setStringList(names);
+}
+
+QString ApplicationState::gas_problem(std::int16_t number) const {
+    const auto& all = impl_->gas_problems;
+    const auto found = std::ranges::find(all, number, &tavo::Global::GasProblem::gas);
+    return found == all.end() || number < 1 ? QString() : texto_de_problema(*this, *found);
+}
+
+void ApplicationState::tell_problem(std::int16_t number) {
+    if (const QString sentence = gas_problem(number); !sentence.isEmpty())
+        set_status(sentence, PROBLEM_SHOWN);
+}
+
+QStringList ApplicationState::gas_problems() const {
+    QStringList sentences;
+    for (const tavo::Global::GasProblem& problem : impl_->gas_problems)
+        sentences.append(texto_de_problema(*this, problem));
+    return sentences;
 }
 
 std::int16_t ApplicationState::gas_count() const {

@@ -71,10 +71,15 @@ public:
 
     // Gases
     const tavo::confreg::Text& data() const;  // parsed database, read anew when the file has changed
-    void load_gases();                        // gas count and names from the database
+    void load_gases();                        // gas count and names; no content of the database makes it fail
     std::int16_t gas_count() const;
     void set_gas_count(std::int16_t n);
-    /// Names of gases 1..n, shared by every gas list (row = gas number - 1).
+    /// What is wrong with the database: for one gas, or for all in a sentence each. Empty where nothing is.
+    QString gas_problem(std::int16_t number) const;
+    QStringList gas_problems() const;
+    /// Tells in the status line what is wrong with a gas that was chosen, if anything is.
+    void tell_problem(std::int16_t number);
+    /// Names of gases 1..n, shared by every gas list (row = gas number - 1). Tool tips say what is wrong with a gas.
     QAbstractItemModel* gas_names() const;
     /// After the database was written: reads it again and announces it.
     void reload_gases();
@@ -122,7 +127,7 @@ signals:
     void gases_changed();
     void gas_removed(std::int16_t number);  // before gases_changed; numbers above it are one less now
     void amount_unit_changed(AmountUnit unit);
-    void slot_changed(int slot);          // gas, model, temperature or coefficients; also by a window that shows it
+    void slot_changed(int slot);  // gas, model, temperature or coefficients; also by a window that shows it
     void current_row_changed(int row);
     void plot_window_changed(bool open);  // the plot window was opened or closed
     void calculation_mode_changed(int mode);

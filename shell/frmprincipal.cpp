@@ -17,7 +17,9 @@
 #include <QToolBar>
 #include <QToolButton>
 
+#include <algorithm>
 #include <array>
+#include <utility>
 
 #include "controls/iconos.h"
 #include "core/errors.h"
@@ -42,6 +44,9 @@ struct frmprincipal::Entrada {
 };
 
 namespace {
+
+const QChar WARNING_SIGN(0x26A0);
+constexpr qsizetype MOST_PROBLEMS = 20;  // in a tool tip
 
 struct Menu {
     QString name, parent;
@@ -194,7 +199,7 @@ frmprincipal::frmprincipal(ApplicationState& estado, Mensajes& mensajes, std::fu
     connect(&estado_, &ApplicationState::show_requested, this, &frmprincipal::mostrar_ventana);
     connect(&estado_, &ApplicationState::plot_window_changed, this, &frmprincipal::habilitar_graficos);
     connect(&estado_, &ApplicationState::amount_unit_changed, this, &frmprincipal::mostrar_unidad);
-    connect(&estado_, &ApplicationState::gases_changed, this, &frmprincipal::mostrar_numero_de_gases);
+    connect(&estado_, &ApplicationState::gases_changed, this, &frmprincipal::mostrar_gases);
     connect(&estado_, &ApplicationState::languages_changed, this, &frmprincipal::mostrar_idiomas);
     connect(&estado_, &ApplicationState::status_changed, this, &frmprincipal::mostrar_estado);
     connect(&estado_, &ApplicationState::coordinates_changed, lbcoordenadas, &QLabel::setText);
@@ -341,7 +346,7 @@ void frmprincipal::MDIForm_Load() {
     estado_.set_amount_unit(AmountUnit::Moles);
     estado_.current_row = 1;
     estado_.load_gases();
-    mostrar_numero_de_gases();
+    mostrar_gases();
     primeros_pasos_->setFocus();
 }
 
@@ -542,8 +547,24 @@ void frmprincipal::mostrar_unidad() {
                             : estado_.texto(507, QStringLiteral("Cantidades en gramos")));
 }
 
-void frmprincipal::mostrar_numero_de_gases() {
-    lbgases->setText(con_valor(estado_.texto(508, QStringLiteral("%1 gases")), QString::number(estado_.gas_count())));
+/// How many there are; a bad database is told once per version of it, and stays marked.
+void frmprincipal::mostrar_gases() {
+    const QString count = QString::number(estado_.gas_count());
+    const QStringList problems = estado_.gas_problems();
+    QString text = con_valor(estado_.texto(508, QStringLiteral("%1 gases")), count);
+    if (!problems.isEmpty())
+        text += u' ' + WARNING_SIGN;
+    lbgases->setText(text);
+    QStringList first = problems.first(std::min(problems.size(), MOST_PROBLEMS));
+    if (first.size() < problems.size())
+        first << QString(QChar(0x2026));
+    lbgases->setToolTip(first.join(u'\n'));
+    if (std::exchange(problemas_, problems) == problems || problems.isEmpty())
+        return;
+    const QString more = QString::number(problems.size() - 1);
+    estado_.set_status(problems.size() == 1
+                           ? problems.front()
+                           : estado_.texto(749, QStringLiteral("%1 (y %2 avisos más)")).arg(problems.front(), more));
 }
 
 void frmprincipal::mostrar_estado(const QString& text, int milliseconds) {

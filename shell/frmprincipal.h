@@ -82,7 +82,7 @@ private:
     void calcular(int mode);
     void mostrar_ventana(QWidget* ventana);
     void mostrar_unidad();
-    void mostrar_numero_de_gases();
+    void mostrar_gases();
     void mostrar_estado(const QString& text, int milliseconds);
     void tamano_inicial();
     void pintar_fondo();
@@ -103,4 +103,5 @@ private:
     QLabel* lbunidad;
     QLabel* lbgases;
     QTimer* fin_del_mensaje_;
+    QStringList problemas_;  // of the database, as told
 };

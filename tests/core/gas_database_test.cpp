@@ -8,6 +8,7 @@
 
 #include "core/encoding.h"
 #include "core/errors.h"
+#include "core/gas_listing.h"
 #include "core/models.h"
 #include "core/numtext.h"
 
@@ -235,6 +236,40 @@ TEST(GasDatabase, CountAndNames) {
     EXPECT_EQ(gas_names(data, 3).front(), "helio");
     EXPECT_EQ(gas_names(data, 3).back(), "");
     EXPECT_EQ(gas_names(data, 3).size(), 3u);
+}
+
+TEST(GasListing, CountsAndProblems) {
+    struct Case {
+        std::string text;
+        std::size_t count;
+        std::vector<std::pair<int, Flaw>> problems;
+    };
+    const std::string two = "[G1]\nnombre=a\n[g3]\nnombre=c\n";
+    const std::pair<int, Flaw> one{1, Flaw::Missing}, gap{2, Flaw::NoSection}, three{3, Flaw::Missing};
+    const std::pair<int, Flaw> no_count{0, Flaw::Count};
+    const Case cases[] = {
+        {"", 0, {no_count}},
+        {"[General]\nn=0\n", 0, {}},
+        {"[General]\nn=3.9\n" + two, 3, {one, gap, three}},
+        {"[General]\nn=-1\n" + two, 3, {no_count, one, gap, three}},
+        {"[General]\nn=1e9\n" + two, 3, {no_count, one, gap, three}},
+        {"[General]\nn=2\n" + two, 2, {one, gap, {3, Flaw::NotCounted}}},
+        {"[General]\nn\n" + two, 3, {{0, Flaw::BadLine}, one, gap, three}},
+        {"[General]\nn=3\n[G1]\nx\nnombre=a\n[\n" + two,
+         3,
+         {{1, Flaw::BadLine}, {2, Flaw::Unreachable}, {3, Flaw::Unreachable}}},
+        {"[\n[General]\nn=2\n" + two, 0, {{0, Flaw::Unreachable}}},
+        {"[General]\nn=0\n[G1]\n", 0, {{1, Flaw::NotCounted}}},
+    };
+    for (const Case& c : cases) {
+        const GasList list = list_gases(confreg::Text(c.text));
+        EXPECT_EQ(list.names.size(), c.count) << c.text;
+        std::vector<std::pair<int, Flaw>> found;
+        for (const GasProblem& problem : list.problems)
+            found.emplace_back(problem.gas, problem.flaw);
+        EXPECT_EQ(found, c.problems) << c.text;
+    }
+    EXPECT_EQ(list_gases(confreg::Text("[G32767]\n")).names.size(), 32767u);
 }
 
 // ---- the shipped file -----------------------------------------------------------------------------------------------

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "core/gas_database.h"
+#include "core/gas_listing.h"
 #include "core/models.h"
 #include "core/numtext.h"
 
@@ -101,8 +102,9 @@ void load(const tavo::confreg::Text& data, EquationSlot& slot, bool reload) {
     try {
         Global::load_slot(data, slot, reload);
     } catch (const InvalidArgument& error) {
-        throw Unsolvable(Reason::SmallMu, error.what());
-    } catch (const FloatingPointError& error) {
+        const auto problem = Global::problem_of(data, slot.gas_number);
+        throw Unsolvable(problem && is_unreadable(*problem) ? Reason::BadGas : Reason::SmallMu, error.what());
+    } catch (const tavo::Error& error) {
         throw Unsolvable(Reason::BadGas, error.what());
     }
 }

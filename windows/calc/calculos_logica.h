@@ -73,7 +73,7 @@ struct Output {
 /// Why there is no answer.
 enum class Reason {
     NoGas,             // a real-gas model without a gas
-    BadGas,            // the gas's constants do not give the model's coefficients
+    BadGas,            // the gas's constants do not give the model's coefficients, or cannot be read
     SmallMu,           // mu has to be greater than 1
     NoMolarMass,       // grams cannot be turned into moles
     InsideCovolume,    // the given volume is not above what the molecules themselves take up

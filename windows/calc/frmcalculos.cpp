@@ -338,6 +338,8 @@ void frmcalculos::btcalcular_Click() {
 
 void frmcalculos::cmbgas_Click() {
     elegir(panel_->gas(), ranura_.equation);
+    if (salida_)  // else the sentence about the calculation says it
+        estado_.tell_problem(ranura_.gas_number);
 }
 
 void frmcalculos::cmbecu_Click() {
@@ -529,7 +531,7 @@ void frmcalculos::mostrar_salida() {
 }
 
 void frmcalculos::mostrar_fallo() {
-    const QString sentence = texto_fallo(texto_, *fallo_, unidad(Variable::Volume));
+    const QString sentence = motivo();
     coexistencia_->clear();
     escribir_fallo(sentence);
     en_apuros_ = true;
@@ -540,6 +542,12 @@ void frmcalculos::mostrar_fallo() {
 void frmcalculos::callar() {
     if (std::exchange(en_apuros_, false))
         estado_.set_status({});
+}
+
+QString frmcalculos::motivo() const {
+    const QString sentence = texto_fallo(texto_, *fallo_, unidad(Variable::Volume));
+    const QString fault = fallo_->reason() == Reason::BadGas ? estado_.gas_problem(ranura_.gas_number) : QString();
+    return fault.isEmpty() ? sentence : sentence + u' ' + fault;
 }
 
 void frmcalculos::escribir_fallo(const QString& sentence) {

@@ -72,6 +72,7 @@ private:
     void mostrar_fallo();
     void callar();
     void escribir_fallo(const QString& sentence);
+    QString motivo() const;  // of fallo_
     void vaciar();
     void llenar_tabla();
     UnidadesTabla unidades_tabla() const;

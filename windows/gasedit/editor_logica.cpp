@@ -130,6 +130,9 @@ std::int16_t add(confreg::Text& data, std::int16_t count, const StoredGas& gas) 
     if (count == std::numeric_limits<std::int16_t>::max())
         throw Overflow("the database cannot hold more than " + std::to_string(count) + " gases");
     const auto number = static_cast<std::int16_t>(count + 1);
+    if (data.lineaseccion(section(number)) > 0)
+        throw RewriteRefused("section [" + section(number) + "] exists already, beyond the " + std::to_string(count) +
+                             " gases that \"n\" of section [General] counts");
     write(data, number, gas);
     write_count(data, number);
     return number;

@@ -54,7 +54,7 @@ StoredGas read(const tavo::confreg::Text& data, std::int16_t number);
 /// RewriteRefused, InvalidArgument for a name that the file cannot hold; part of the keys may be in the text then.
 void write(tavo::confreg::Text& data, std::int16_t number, const StoredGas& gas);
 /// Writes the gas under count + 1, then "n" of section "General". Returns the new gas's number. Throws Overflow beyond
-/// 32767 gases, nothing changed, and as write.
+/// 32767 gases, nothing changed, and as write; RewriteRefused where that number has a section already.
 std::int16_t add(tavo::confreg::Text& data, std::int16_t count, const StoredGas& gas);
 /// Removes the gas's section, heads those of the gases up to `count` anew and lowers "n". False, and nothing changed,
 /// when the section is missing.

@@ -359,10 +359,11 @@ void frmcompuestos::mostrar_consecuencias() {
 QString frmcompuestos::motivo(Fault fault, const std::string& detail) const {
     if (fault == Fault::SmallMu)
         return estado_.texto(93);
+    const QString known = estado_.gas_problem(eleccion().gas);
     return estado_.texto(613,
                          QStringLiteral("Faltan datos de este gas para el modelo elegido. Elija otro modelo u otro "
                                         "gas.")) +
-           u'\n' + QString::fromStdString(detail);
+           u'\n' + (known.isEmpty() ? QString::fromStdString(detail) : known);
 }
 
 void frmcompuestos::avisar(const QString& texto) {
@@ -400,6 +401,8 @@ void frmcompuestos::grid_Click(int row) {
     cambiar([this, row](Choice& choice) {
         parametros::take_gas(choice, static_cast<std::int16_t>(row + 1), ranura(), estado_.data());
     });
+    if (mostrado_.fault == Fault::None)  // else the note says it
+        estado_.tell_problem(eleccion().gas);
 }
 
 void frmcompuestos::coeficientes_LostFocus() {

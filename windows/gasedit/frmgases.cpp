@@ -528,10 +528,17 @@ void frmgases::elegir(std::int16_t number) {
     const tavo::confreg::Text& database = estado_.data();
     std::string section("g");
     section += std::to_string(number);
-    if (database.lineaseccion(section) > 0)
-        mostrar(editor::read(database, number), number);
-    else
-        aviso_ = texto_(726, QStringLiteral("El gas %1 no tiene sección en la base de datos")).arg(number);
+    try {
+        if (database.lineaseccion(section) > 0) {
+            mostrar(editor::read(database, number), number);
+            aviso_ = estado_.gas_problem(number);
+        } else {
+            aviso_ = texto_(726, QStringLiteral("El gas %1 no tiene sección en la base de datos")).arg(number);
+            estado_.tell_problem(number);
+        }
+    } catch (const tavo::Error&) {  // the boxes stay empty
+        aviso_ = estado_.gas_problem(number);
+    }
     mostrar_modo();  // with the name
 }
 

@@ -83,11 +83,15 @@ QVariant TablaGases::data(const QModelIndex& index, int role) const {
     }
     if (index.column() != NAME)
         return value_data(index, role);
+    const QModelIndex gas = names_->index(index.row(), 0);
     switch (role) {
-        case Qt::DisplayRole:
         case Qt::ToolTipRole:
+            if (const QVariant problem = gas.data(Qt::ToolTipRole); problem.isValid())
+                return problem;
+            return gas.data();
+        case Qt::DisplayRole:
         case DIGITS:
-            return names_->index(index.row(), 0).data();
+            return gas.data();
         case Qt::BackgroundRole:  // fixed, like the header
             return QGuiApplication::palette().brush(QPalette::Button);
         case Qt::ForegroundRole:
@@ -105,7 +109,7 @@ QVariant TablaGases::value_data(const QModelIndex& index, int role) const {
     const parametros::Row& row = table_.row(static_cast<std::int16_t>(index.row() + 1));
     const bool told = role == Qt::ToolTipRole || role == Qt::AccessibleDescriptionRole;
     if (row.fault != Fault::None)
-        return told ? sentence(row) : UNKNOWN;
+        return told ? sentence(row, index.row()) : UNKNOWN;
     const int k = index.column() - 1;
     const double value = row.values.at(static_cast<std::size_t>(k));
     if (role == Qt::DisplayRole)
@@ -113,12 +117,13 @@ QVariant TablaGases::value_data(const QModelIndex& index, int role) const {
     return QString::fromStdString(tavo::to_text(value));
 }
 
-QString TablaGases::sentence(const parametros::Row& row) const {
+QString TablaGases::sentence(const parametros::Row& row, int gas_row) const {
     if (row.fault == Fault::SmallMu)
         return texto_(93, QString());
+    const QString known = names_->index(gas_row, 0).data(Qt::ToolTipRole).toString();
     return texto_(613,
                   QStringLiteral("Faltan datos de este gas para el modelo elegido. Elija otro modelo u otro gas.")) +
-           u'\n' + QString::fromStdString(row.detail);
+           u'\n' + (known.isEmpty() ? QString::fromStdString(row.detail) : known);
 }
 
 QVariant TablaGases::headerData(int section, Qt::Orientation orientation, int role) const {

@@ -33,7 +33,7 @@ public:
 
 private:
     QVariant value_data(const QModelIndex& index, int role) const;
-    QString sentence(const parametros::Row& row) const;
+    QString sentence(const parametros::Row& row, int gas_row) const;
 
     Texto texto_;
     const QAbstractItemModel* names_;

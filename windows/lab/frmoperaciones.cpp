@@ -344,6 +344,8 @@ void frmoperaciones::elegir() {
 
 void frmoperaciones::cmbgas_Click() {
     cambiar(Ocasion::Decision, [this] { elegir(); });
+    if (salida_)  // else the sentence about the calculation says it
+        estado_.tell_problem(ranura_.gas_number);
 }
 
 void frmoperaciones::cmbecu_Click() {
@@ -416,7 +418,7 @@ void frmoperaciones::unidad_Click(Variable variable) {
     if (salida_)
         describe();
     else if (fallo_)
-        fracasa(texto_fallo(texto(), *fallo_, filas_->unit(Variable::Volume)));
+        fracasa(motivo());
     muestra_estado();
 }
 
@@ -556,7 +558,7 @@ void frmoperaciones::resolver() {
         fallo_ = Unsolvable(calculos::Reason::NotFinite, fault.what());
     }
     if (fallo_)
-        fracasa(texto_fallo(texto(), *fallo_, filas_->unit(Variable::Volume)));
+        fracasa(motivo());
 }
 
 void frmoperaciones::calcular_y_dibujar() {
@@ -654,6 +656,13 @@ void frmoperaciones::describe() {
 void frmoperaciones::fracasa(const QString& sentence) {
     salida_.reset();
     frase_ = sentence;
+}
+
+QString frmoperaciones::motivo() const {
+    const QString sentence = texto_fallo(texto(), *fallo_, filas_->unit(Variable::Volume));
+    const bool bad_gas = fallo_->reason() == calculos::Reason::BadGas;
+    const QString fault = bad_gas ? estado_.gas_problem(panel_->gas()) : QString();
+    return fault.isEmpty() ? sentence : sentence + u' ' + fault;
 }
 
 /// What the calculation says, and which values are outside their scales, for as long as they are.

@@ -107,6 +107,7 @@ private:
     void sin_aviso(Variable variable);
     void describe();
     void fracasa(const QString& sentence);
+    QString motivo() const;  // of fallo_
     void muestra_estado();
     void muestra_cajas();
     bool hand_busy() const;  // holds a mouse button

@@ -16,6 +16,7 @@
 #include "core/gas_database.h"
 #include "core/models.h"
 #include "core/numtext.h"
+#include "shell/texto_gases.h"
 #include "shell/textos.h"
 #include "windows/plots/graficos.h"
 
@@ -418,11 +419,8 @@ bool frmdatos::cargar(int i, bool reload) {
     try {
         tavo::Global::load_slot(estado_.data(), slot, reload);
         return true;
-    } catch (const tavo::InvalidArgument& error) {
-        const bool exponent = slot.equation == tavo::EquationOfState::FreeExponent;
-        fault = exponent ? estado_.texto(93) : QString::fromUtf8(error.what());
-    } catch (const tavo::FloatingPointError& error) {
-        fault = QString::fromUtf8(error.what());
+    } catch (const tavo::Error& error) {
+        fault = motivo_de_carga(estado_, slot, error);
     }
     if (!slot.parameters)
         slot.gas = {};  // nothing of the gas before
@@ -438,7 +436,7 @@ void frmdatos::cargar_eleccion(int i) {
     const bool loaded = cargar(i, true);
     anunciar(i);
     if (loaded)
-        return;
+        return estado_.tell_problem(ranura(i).gas_number);
     const QString sentence = estado_.texto(553, QStringLiteral("No se puede cargar el gas de la fila %1.")).arg(i);
     avisar(sentence + '\n' + fallo_[static_cast<std::size_t>(i)]);
 }

@@ -10,6 +10,7 @@
 
 #include "core/errors.h"
 #include "core/gas_database.h"
+#include "core/gas_listing.h"
 #include "shell/application_state.h"
 #include "shell/textos.h"
 #include "windows/plots/pintar.h"
@@ -115,7 +116,7 @@ std::array<std::string, 5> descriptions(ApplicationState& estado) {
 
 void draw(const PlotArguments& arguments, ApplicationState& estado) {
     const tavo::confreg::Text& data = estado.data();
-    const auto names = tavo::Global::gas_names(data, tavo::Global::gas_count(data));
+    const auto names = tavo::Global::list_gases(data).names;
     std::vector<std::string> model_names;
     for (const QString& name : nombres_modelos(estado))
         model_names.push_back(name.toStdString());
