@@ -146,12 +146,16 @@ CajasCoeficientes::Coefficients CajasCoeficientes::coefficients() const {
     Coefficients values{};
     const std::size_t shown = texts_of(model_).size();
     for (std::size_t i = 0; i < shown; ++i)
-        values[i] = rows_[i].box->value();
+        values[i] = value_of(rows_[i]);
     return values;
 }
 
+double CajasCoeficientes::value(int k) const {
+    return value_of(rows_.at(static_cast<std::size_t>(k)));
+}
+
 double CajasCoeficientes::mu() const {
-    return mu_row_.box->value();
+    return value_of(mu_row_);
 }
 
 void CajasCoeficientes::show_values(tavo::EquationOfState model, const Coefficients& c, double mu) {
@@ -212,6 +216,8 @@ void CajasCoeficientes::show_value(Row& row, double value, const char* pattern) 
 void CajasCoeficientes::show_text(Row& row, const QString& text, double value) {
     if (is_edited(row))
         return;
+    if (row.box->hasFocus() && text == row.known_text && value == row.known_value)
+        return;  // caret and undo stay while somebody types
     row.box->set_exact(value, text);
     row.known_text = row.box->text();  // the box may be too short for it
     row.known_value = value;
@@ -225,6 +231,10 @@ bool CajasCoeficientes::is_edited(const Row& row) {
     return row.box->text() != row.known_text;
 }
 
+double CajasCoeficientes::value_of(const Row& row) {
+    return is_edited(row) ? row.box->value() : row.known_value;
+}
+
 bool CajasCoeficientes::take_edit(Row& row) {
     if (!is_edited(row)) {
         row.box->set_exact(row.known_value, row.known_text);  // the same text typed anew stands for the whole value
@@ -236,9 +246,10 @@ bool CajasCoeficientes::take_edit(Row& row) {
 }
 
 void CajasCoeficientes::forget_edits() {
-    for (Row& row : rows_)
-        row.known_text = row.box->text();
-    mu_row_.known_text = mu_row_.box->text();
+    for (Row* row : {&rows_[0], &rows_[1], &rows_[2], &rows_[3], &mu_row_}) {
+        row->known_value = value_of(*row);
+        row->known_text = row->box->text();
+    }
 }
 
 // ---- Looks

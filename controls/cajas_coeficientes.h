@@ -31,6 +31,8 @@ public:
     void clear();  // empty boxes, the model's labels stay
     /// As they stand in the boxes, in full where nobody typed; those that the model does not have are 0.
     Coefficients coefficients() const;
+    /// Of one box; k from 0. A text that was typed back to the one shown stands for the whole value.
+    double value(int k) const;
     double mu() const;
     /// Boxes a, b, c, d that cannot be typed into; the text can still be copied.
     void set_read_only(const std::array<bool, 4>& boxes);
@@ -68,6 +70,7 @@ private:
     static void show_value(Row& row, double value, const char* pattern);
     static void show_text(Row& row, const QString& text, double value);
     static bool is_edited(const Row& row);
+    static double value_of(const Row& row);
     static bool take_edit(Row& row);  // whether it was edited; it counts as told from now on
 
     Rotulos rotulos_;

@@ -443,6 +443,21 @@ void tst_frmgases::a_new_gas_always_gets_an_acentric_factor() {
     QCOMPARE(stored(4, "c(7,3)"), std::string("-0.38"));
     choose(2);  // known by its number, and kept when the numbers move
     QCOMPARE(text("txtc"), "-0.029000");
+    window_->activateWindow();  // a digit typed and taken back: caret, undo and the hidden digits stay
+    QVERIFY(QTest::qWaitForWindowActive(window_));
+    change(3);
+    const std::string whole = stored(3, "c(7,3)");
+    auto* w = control<EntradaNumerica>("txtc");
+    w->setFocus();
+    const QString shown = w->text();
+    QTest::keyClick(w, Qt::Key_End);
+    QTest::keyClicks(w, "19");
+    QTest::keyClick(w, Qt::Key_Backspace);
+    QTest::keyClick(w, Qt::Key_Backspace);
+    QCOMPARE(w->text(), shown);
+    QVERIFY(!w->hasSelectedText());
+    click("btmod");
+    QCOMPARE(stored(3, "c(7,3)"), whole);
 }
 
 void tst_frmgases::a_set_by_hand_is_stored_as_typed() {

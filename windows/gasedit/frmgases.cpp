@@ -443,7 +443,7 @@ void frmgases::chkauto_Click(bool checked) {
 /// An emptied box is "not given".
 void frmgases::coeficiente_Change(int k) {
     const EntradaNumerica* box = cajas_->box(k);
-    borrador_.type(conjunto(), k, box->text().isEmpty() ? editor::AUTOMATIC : box->value());
+    borrador_.type(conjunto(), k, box->text().isEmpty() ? editor::AUTOMATIC : cajas_->value(k));
     actualizar();
 }
 
@@ -455,9 +455,10 @@ bool frmgases::tomar_mu() {
     EntradaNumerica* box = cajas_->mu_box();
     if (!box->isModified())
         return true;
-    const bool taken = box->value() > 1.0;
+    const double mu = cajas_->mu();
+    const bool taken = mu > 1.0;
     if (taken)
-        borrador_.set_mu(box->value());
+        borrador_.set_mu(mu);
     box->setModified(false);
     mostrar_conjunto();
     if (!taken)
