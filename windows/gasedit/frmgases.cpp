@@ -477,12 +477,6 @@ bool frmgases::intacta(const Constante& constante) {
     return constante.box->Text() == constante.shown;
 }
 
-QString frmgases::texto_entero(const Constante& constante) const {
-    if (!intacta(constante) || constante.shown.isEmpty())
-        return constante.box->Text();
-    return QString::fromStdString(tavo::to_text17(leido_.*constante.member));
-}
-
 tavo::GasRecord frmgases::constantes() const {
     tavo::GasRecord gas = leido_;
     gas.name = textgas->Text().trimmed().toStdString();
@@ -636,9 +630,9 @@ bool frmgases::validar(editor::StoredGas& gas) {
         textgas->entry()->setFocus();
         return false;
     }
-    const auto text = [this](std::size_t i) { return texto_entero(constantes_[i]).toStdString(); };
+    const auto text = [this](std::size_t i) { return constantes_[i].box->Text().toStdString(); };
     editor::Boxes boxes{textgas->Text().trimmed().toStdString(), text(0), text(1), text(2), text(3), text(4), text(5)};
-    gas.constants = leido_;
+    gas.constants = leido_;  // its digits stay behind a box that nobody typed into
     if (const auto refusal = editor::take(boxes, gas)) {
         informar(estado_.texto(refusal->text));
         const std::array<textextend*, 4> order{textgas, textpm, textpc, texttc};

@@ -72,7 +72,6 @@ private:
     /// The boxes as they stand, whole where nobody typed.
     tavo::GasRecord constantes() const;
     static bool intacta(const Constante& constante);
-    QString texto_entero(const Constante& constante) const;
     QString nombre() const;  // of the chosen gas, as the database has it
     void vaciar(std::int16_t number);
     void mostrar(const editor::StoredGas& gas, std::int16_t number);
