@@ -338,6 +338,7 @@ inline constexpr auto TEXT_NUMBERS = std::to_array<TextNumber>({
     {735, "tool tip: coefficients of the database or derived"},
     {736, "mark: the boxes differ from the isotherm"},
     {737, "tool tip: the isotherm to which gas, equation and coefficients belong"},
+    {738, "yes-or-no question: typed coefficients would be lost with the window"},
     {745, "problem of a gas: a value is not above 0"},
     {746, "problem of a gas: a line with a bracket alone hides the section"},
     {747, "problem of the gas count"},

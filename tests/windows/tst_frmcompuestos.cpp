@@ -35,6 +35,7 @@ private slots:
     void a_gas_is_taken_by_click_and_keys();
     void applying_loads_the_row_and_draws_the_plot();
     void default_coefficients_come_back();
+    void closing_asks_about_typed_numbers();
     void an_exponent_recomputes_a_and_b();
     void the_chooser_goes_through_the_rows_and_keeps_what_waits();
     void the_rows_are_followed();
@@ -234,6 +235,44 @@ void tst_frmcompuestos::default_coefficients_come_back() {
     accept();
     QVERIFY(!w_->slot(1).parameters);
     QCOMPARE(w_->slot(1).gas.a, derived);
+}
+
+void tst_frmcompuestos::closing_asks_about_typed_numbers() {
+    const auto closes = [this](Respuesta answer, std::size_t asked) {
+        w_->mensajes.respuestas = {answer};
+        const std::size_t before = w_->mensajes.vistos.size();
+        const bool closed = open()->close();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        w_->mensajes.respuestas.clear();
+        return closed == (asked == 0 || answer == Respuesta::Si) && w_->mensajes.vistos.size() == before + asked;
+    };
+    w_->row(1, "CO2 ", VAN_DER_WAALS, "300", "1");
+    open();
+    untick();
+    choose_model(FREE_EXPONENT);
+    click_gas(5);
+    QVERIFY(closes(Respuesta::No, 0));  // nothing was typed
+    open();
+    untick();
+    auto* a = part<QLineEdit>("txta");
+    a->setFocus(Qt::TabFocusReason);
+    a->selectAll();
+    QTest::keyClicks(a, "7");  // and the box is not left
+    QVERIFY(closes(Respuesta::No, 1));
+    QVERIFY(last_message().contains("isoterma 1"));
+    QCOMPARE(box("txta"), "7");
+    QTest::keyClick(part<QLineEdit>("txta"), Qt::Key_Tab);
+    choose_row(2);
+    choose_model(FREE_EXPONENT);
+    click_gas(5);
+    type("txtmu", "1.8");
+    QVERIFY(closes(Respuesta::No, 1));
+    QVERIFY(last_message().contains("isoterma 1, 2"));
+    accept();
+    choose_row(1);
+    accept();
+    QCOMPARE(w_->slot(1).gas.a, 7.0);
+    QVERIFY(closes(Respuesta::No, 0));
 }
 
 void tst_frmcompuestos::an_exponent_recomputes_a_and_b() {

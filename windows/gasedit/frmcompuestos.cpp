@@ -1,6 +1,7 @@
 #include "windows/gasedit/frmcompuestos.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -25,7 +26,7 @@ using tavo::EquationOfState;
 
 namespace {
 
-constexpr int INFORMATION = 64;
+constexpr int INFORMATION = 64, YES_NO = 36;
 constexpr int MARGIN = 12, SPACING = 6;
 const QString NOBODY = QStringLiteral("-----");
 
@@ -247,6 +248,16 @@ void frmcompuestos::Form_Load() {
 Choice frmcompuestos::eleccion() const {
     const auto& waiting = pendientes_[static_cast<std::size_t>(fila_)];
     return waiting ? waiting->choice : parametros::choice_of(ranura());
+}
+
+Choice frmcompuestos::eleccion_escrita() const {
+    Choice choice = eleccion();
+    const parametros::Coefficients typed = cajas_->coefficients();
+    if (!choice.automatic && (choice.own || typed != parametros::Coefficients{}))
+        choice.own = typed;
+    if (cajas_->mu() != mostrado_.slot.mu)
+        choice.mu = cajas_->mu();
+    return choice;
 }
 
 void frmcompuestos::guardar(const Choice& choice) {
@@ -488,6 +499,25 @@ void frmcompuestos::redibujar(bool another_curve) {
     if (another_curve)
         plot->actualiza();
     plot->dibuja();
+}
+
+bool frmcompuestos::puede_cerrar() {
+    QStringList rows;
+    for (int i = 1; i <= ROWS; ++i) {
+        const auto& waiting = pendientes_[static_cast<std::size_t>(i)];
+        const tavo::EquationSlot& slot = estado_.slot_table()[i];
+        const Choice choice = i == fila_ ? eleccion_escrita() : waiting ? waiting->choice : parametros::choice_of(slot);
+        if (parametros::holds_typed_numbers(choice, slot, estado_.data()))
+            rows << QString::number(i);
+    }
+    const QString question = estado_.texto(738, QStringLiteral("Hay coeficientes escritos que no se han aplicado "
+                                                               "(isoterma %1). ¿Cerrar la ventana sin aplicarlos?"));
+    return rows.isEmpty() ||
+           mensajes_.mostrar(question.arg(rows.join(QStringLiteral(", "))), YES_NO, {}) == Respuesta::Si;
+}
+
+void frmcompuestos::closeEvent(QCloseEvent* event) {
+    event->setAccepted(puede_cerrar());
 }
 
 void frmcompuestos::keyPressEvent(QKeyEvent* event) {

@@ -39,6 +39,7 @@ public:
     QSize sizeHint() const override;
 
 protected:
+    void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -67,6 +68,7 @@ private:
 
     const tavo::EquationSlot& ranura() const { return estado_.slot_table()[fila_]; }
     parametros::Choice eleccion() const;
+    parametros::Choice eleccion_escrita() const;  // with what is being typed
     void guardar(const parametros::Choice& choice);
     template <class Step>
     void cambiar(const Step& step);
@@ -79,6 +81,7 @@ private:
     void gases_Changed();
     bool aceptar_mu();    // false: refused, and told
     bool cajas_llenas();  // false: one is empty, and told
+    bool puede_cerrar();  // false: numbers wait, and the user keeps them
     void redibujar(bool another_curve);
     QString motivo(parametros::Fault fault, const std::string& detail) const;
     void avisar(const QString& texto);

@@ -232,6 +232,18 @@ bool pending(const Choice& choice, const EquationSlot& row) {
     return by_hand(choice) && choice.own != coefficients_of(row.gas, row.equation);
 }
 
+bool holds_typed_numbers(const Choice& choice, const EquationSlot& row, const Text& data) {
+    if (choice.gas < 1 || !pending(choice, row))
+        return false;
+    if (!by_hand(choice))
+        return choice.model == EquationOfState::FreeExponent && choice.mu != row.mu;
+    if (!choice.own)
+        return false;
+    const Loaded loaded = load(data, choice.model, choice.gas, row.temperature, choice.mu);
+    return loaded.fault != Fault::None || loaded.mu != choice.mu ||
+           coefficients_of(loaded.gas, choice.model) != *choice.own;
+}
+
 void apply(const Choice& choice, EquationSlot& row, const Text& data, bool grams) {
     EquationSlot next = row;
     next.active = row.active || (row.gas_number < 1 && choice.gas > 0);

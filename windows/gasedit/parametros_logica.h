@@ -108,6 +108,9 @@ Shown shown(const Choice& choice, const tavo::EquationSlot& row, const tavo::con
 /// Whether applying the choice would change the row.
 bool pending(const Choice& choice, const tavo::EquationSlot& row);
 
+/// Whether numbers that were typed for the row would be lost with the choice.
+bool holds_typed_numbers(const Choice& choice, const tavo::EquationSlot& row, const tavo::confreg::Text& data);
+
 /// Takes the choice into the row's slot: by hand with the parameter flag set, else loaded anew with the flag cleared. A
 /// row that held no gas and gets one is switched on. The amount stays in the unit in which it is entered. Throws as the
 /// loader, the row as before.
