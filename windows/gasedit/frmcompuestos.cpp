@@ -209,8 +209,14 @@ void frmcompuestos::crear_avisos() {
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
         if (now && contenido_->isAncestorOf(now))
             contenido_->setFocusProxy(now);
+        if (now == grid)
+            mostrar_cursor();
     });
 
+    connect(grid->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this] {
+        if (grid->hasFocus())
+            mostrar_cursor();
+    });
     connect(&estado_, &ApplicationState::current_row_changed, this, &frmcompuestos::mostrar_fila);
     connect(&estado_, &ApplicationState::slot_changed, this, &frmcompuestos::slot_Change);
     connect(&estado_, &ApplicationState::gas_removed, this, &frmcompuestos::gas_Removed);
@@ -338,6 +344,13 @@ void frmcompuestos::mostrar_cajas(const parametros::Shown& what) {
     cajas_->update_values(what.slot.equation, values, what.slot.mu);
     cajas_->set_read_only({automatic, automatic, automatic, automatic});
     cajas_->set_by_hand(what.slot.parameters);
+}
+
+/// The grid scrolls to its cursor by itself, but may reach below the window.
+void frmcompuestos::mostrar_cursor() {
+    const QRect row = grid->visualRect(grid->currentIndex());
+    const QPoint at = grid->viewport()->mapTo(contenido_, QPoint(0, row.center().y()));
+    desplazable_->ensureVisible(at.x(), at.y(), 0, 2 * row.height());
 }
 
 void frmcompuestos::mostrar_rejilla() {
@@ -487,18 +500,18 @@ void frmcompuestos::btaceptar_Click() {
     pendientes_[static_cast<std::size_t>(fila_)].reset();
     cajas_->forget_edits();
     emit estado_.slot_changed(fila_);
-    estado_.set_status(estado_.texto(731, QStringLiteral("Coeficientes aplicados a la isoterma %1")).arg(fila_), 5000);
-    redibujar(another_curve);
+    anunciar_y_dibujar(another_curve);
 }
 
-/// Another gas or model wants other ranges; other coefficients are compared in those that are shown.
-void frmcompuestos::redibujar(bool another_curve) {
+/// Another gas or model wants other ranges; other coefficients are compared in those that are shown. The plot empties
+/// the status line as it takes the rows, and tells there what it cannot draw.
+void frmcompuestos::anunciar_y_dibujar(bool another_curve) {
     PlotView* plot = estado_.plot();
-    if (!plot)
-        return;
-    if (another_curve)
+    if (plot && another_curve)
         plot->actualiza();
-    plot->dibuja();
+    estado_.set_status(estado_.texto(731, QStringLiteral("Coeficientes aplicados a la isoterma %1")).arg(fila_), 5000);
+    if (plot)
+        plot->dibuja();
 }
 
 bool frmcompuestos::puede_cerrar() {

@@ -76,13 +76,14 @@ private:
     void mostrar_cajas(const parametros::Shown& what);
     void mostrar_consecuencias();
     void mostrar_rejilla();
+    void mostrar_cursor();
     void slot_Change(int row);
     void gas_Removed(std::int16_t number);
     void gases_Changed();
     bool aceptar_mu();    // false: refused, and told
     bool cajas_llenas();  // false: one is empty, and told
     bool puede_cerrar();  // false: numbers wait, and the user keeps them
-    void redibujar(bool another_curve);
+    void anunciar_y_dibujar(bool another_curve);
     QString motivo(parametros::Fault fault, const std::string& detail) const;
     void avisar(const QString& texto);
 
