@@ -483,24 +483,25 @@ void tst_frmgases::a_gas_without_section_stays_and_the_count_rises() {
 
 void tst_frmgases::a_failed_write_keeps_every_box() {
     home_->write("fich.tmp", "somebody else's");
+    // The signal itself: events and click() do not unwind cleanly inside the toolkit.
     const QByteArray before = home_->read("data");
     type_gas("Nuevo", "10", "300", "50", "180");
-    QVERIFY_THROWS_EXCEPTION(tavo::RewriteRefused, control<QPushButton>("btadd")->click());
+    QVERIFY_THROWS_EXCEPTION(tavo::RewriteRefused, control<QPushButton>("btadd")->clicked());
     QCOMPARE(text("textgas"), "Nuevo");
     QCOMPARE(text("texttc"), "300");
     QCOMPARE(estado_->gas_count(), 60);
     estado_->set_gas_count(32767);
-    QVERIFY_THROWS_EXCEPTION(tavo::Overflow, control<QPushButton>("btadd")->click());
+    QVERIFY_THROWS_EXCEPTION(tavo::Overflow, control<QPushButton>("btadd")->clicked());
     QCOMPARE(text("textgas"), "Nuevo");
     estado_->set_gas_count(60);
     mensajes_.respuestas = {Respuesta::Si};
     change(7);
     type("textpm", "77");
-    QVERIFY_THROWS_EXCEPTION(tavo::RewriteRefused, control<QPushButton>("btmod")->click());
+    QVERIFY_THROWS_EXCEPTION(tavo::RewriteRefused, control<QPushButton>("btmod")->clicked());
     QVERIFY(enabled("btmod"));
     QCOMPARE(text("textpm"), "77");
     mensajes_.respuestas = {Respuesta::Si};
-    QVERIFY_THROWS_EXCEPTION(tavo::RewriteRefused, control<QPushButton>("btdel")->click());
+    QVERIFY_THROWS_EXCEPTION(tavo::RewriteRefused, control<QPushButton>("btdel")->clicked());
     QVERIFY(enabled("btdel"));
     QCOMPARE(home_->read("data"), before);
     QFile::remove(QString::fromStdString((home_->path() / "fich.tmp").string()));
