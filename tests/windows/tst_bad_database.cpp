@@ -174,10 +174,15 @@ class tst_bad_database : public QObject {
     Q_OBJECT
 
 private slots:
+    void initTestCase() { good_ = std::make_unique<Program>(shipped()); }
+    void cleanupTestCase() { good_.reset(); }
     void good_gases_stay_usable_data();
     void good_gases_stay_usable();
     void an_edit_keeps_the_rest_or_is_refused_data() { good_gases_stay_usable_data(); }
     void an_edit_keeps_the_rest_or_is_refused();
+
+private:
+    std::unique_ptr<Program> good_;  // over the shipped database
 };
 
 void tst_bad_database::good_gases_stay_usable_data() {
@@ -220,7 +225,6 @@ void tst_bad_database::good_gases_stay_usable() {
     QFETCH(const QString, sentence);
 
     Program program(database);
-    static Program good(shipped());
     QCOMPARE(program.estado.gas_count(), std::int16_t(count));
     const QString status = control<QLabel>(program.principal.get(), "lbestado")->text();
     QVERIFY2(sentence.isEmpty() ? status.isEmpty() : status.contains(sentence), qPrintable(status));
@@ -235,7 +239,7 @@ void tst_bad_database::good_gases_stay_usable() {
             QVERIFY(program.estado.window(window.name));
             continue;
         }
-        QCOMPARE(program.choose(window, GOOD_GAS), good.choose(window, GOOD_GAS));
+        QCOMPARE(program.choose(window, GOOD_GAS), good_->choose(window, GOOD_GAS));
         for (const Caja& box : program.mensajes.vistos)  // about this gas, not about the database
             QVERIFY2(!box.texto.contains("[G"), qPrintable(box.texto));
     }
