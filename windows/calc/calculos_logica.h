@@ -99,6 +99,19 @@ private:
 
 // ---- Slot 0: gas, model, coefficients
 
+/// A window's own record in slot 0 for as long as this lives: two windows work there without disturbing each other.
+class InSlot0 {
+public:
+    InSlot0(SlotTable& table, EquationSlot& own) : slot_(table[0]), own_(own) { slot_ = own_; }
+    ~InSlot0() { own_ = slot_; }
+    InSlot0(const InSlot0&) = delete;
+    InSlot0& operator=(const InSlot0&) = delete;
+
+private:
+    EquationSlot& slot_;
+    EquationSlot& own_;
+};
+
 /// A new gas or model: the coefficients are loaded anew, those set by hand are gone. Throws Unsolvable (the slot then
 /// holds the choice, and no coefficients).
 void choose(const tavo::confreg::Text& data, EquationSlot& slot, std::int16_t gas, tavo::EquationOfState model);

@@ -75,19 +75,6 @@ QColor colour_of(Phase phase) {
     return {224, 142, 20};  // liquid and gas beside each other would be the stable state
 }
 
-/// The window's own record in slot 0, for as long as this lives.
-class EnRanura0 {
-public:
-    EnRanura0(tavo::SlotTable& table, tavo::EquationSlot& own) : table_(table), own_(own) { table_[0] = own_; }
-    ~EnRanura0() { own_ = table_[0]; }
-    EnRanura0(const EnRanura0&) = delete;
-    EnRanura0& operator=(const EnRanura0&) = delete;
-
-private:
-    tavo::SlotTable& table_;
-    tavo::EquationSlot& own_;
-};
-
 }  // namespace
 
 frmcalculos::frmcalculos(ApplicationState& estado, Mensajes& mensajes, QWidget* padre)
@@ -494,7 +481,7 @@ QString frmcalculos::texto_minimo(Variable variable) const {
 void frmcalculos::resolver() {
     vaciar();
     try {
-        const EnRanura0 own(estado_.slot_table(), ranura_);
+        const calculos::InSlot0 own(estado_.slot_table(), ranura_);
         const double amount = filas_->shown_value(Variable::Amount);
         entrada_.n = calculos::moles(amount, unidad(Variable::Amount).toStdString(), estado_.slot_table()[0]);
         salida_ = calculos::solve(estado_.data(), estado_.slot_table(), entrada_);
@@ -523,7 +510,7 @@ void frmcalculos::mostrar_salida() {
         coexistencia_->show_values(*salida_->saturation, salida_->enthalpy, ranura_.gas.pm);
     else
         coexistencia_->show_none();
-    const EnRanura0 own(estado_.slot_table(), ranura_);
+    const calculos::InSlot0 own(estado_.slot_table(), ranura_);
     txtestado->set_outcome(
         texto_estado(texto_, *salida_, estado_.slot_table(), unidad(Variable::Volume), unidad(Variable::Pressure)));
     marcaestado->set_colour(colour_of(salida_->phase));
@@ -566,7 +553,7 @@ void frmcalculos::vaciar() {
 void frmcalculos::llenar_tabla() {
     if (!tomada_ || !tabla_->unfolded())
         return tabla_->clear(unidades_tabla());
-    const EnRanura0 own(estado_.slot_table(), ranura_);
+    const calculos::InSlot0 own(estado_.slot_table(), ranura_);
     tabla_->show_rows(calculos::all_models(estado_.data(), estado_.slot_table(), entrada_), ranura_.equation,
                       ranura_.gas, unidades_tabla());
 }

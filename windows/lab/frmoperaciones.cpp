@@ -82,18 +82,6 @@ void mark_choice(QToolButton* button) {
     button->setPalette(ink);
 }
 
-/// While it lives, slot 0 of the table is the window's own.
-class RanuraPropia {
-public:
-    RanuraPropia(tavo::SlotTable& table, tavo::EquationSlot& own) : shared_(table[0]), own_(own) { shared_ = own_; }
-    ~RanuraPropia() { own_ = shared_; }
-    RanuraPropia(const RanuraPropia&) = delete;
-    RanuraPropia& operator=(const RanuraPropia&) = delete;
-
-private:
-    tavo::EquationSlot &shared_, &own_;
-};
-
 }  // namespace
 
 frmoperaciones::frmoperaciones(ApplicationState& estado, Mensajes& mensajes, QWidget* padre)
@@ -305,7 +293,7 @@ void frmoperaciones::cambiar(Ocasion ocasion, Change&& change) {
         return;
     toma_caja_de_coeficientes();
     {
-        const RanuraPropia own(estado_.slot_table(), ranura_);
+        const calculos::InSlot0 own(estado_.slot_table(), ranura_);
         const QScopedValueRollback calculating(estado_.calculating, true);
         ocasion_ = ocasion;
         change();
