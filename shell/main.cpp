@@ -10,7 +10,9 @@
 #include <optional>
 
 #include "controls/elegir_archivo.h"
+#include "controls/exterior_qt.h"
 #include "controls/iconos.h"
+#include "controls/impresora_qt.h"
 #include "core/program_folder.h"
 #include "shell/aplicacion.h"
 #include "shell/application_state.h"
@@ -19,14 +21,8 @@
 #include "shell/mensajes_qt.h"
 #include "shell/paletas.h"
 #include "tavo_version.h"
-#include "windows/calc/frmcalculos.h"
-#include "windows/gasedit/frmcompuestos.h"
-#include "windows/gasedit/frmgases.h"
-#include "windows/lab/frmoperaciones.h"
-#include "windows/plots/frmdatos.h"
-#include "windows/plots/frmescala.h"
-#include "windows/plots/frmgraficos.h"
 #include "windows/plots/picture_file.h"
+#include "windows/ventanas.h"
 
 namespace {
 
@@ -64,17 +60,6 @@ void print_error(const std::exception& error) {
 void report_fatal(const std::exception& error, const ApplicationState& estado, Mensajes& mensajes) {
     print_error(error);
     mensajes.mostrar(mensaje_de_error(error, estado), 16, {});
-}
-
-/// The one list of the program's windows.
-void register_windows(ApplicationState& estado, Mensajes& mensajes, ElegirArchivo& archivos) {
-    estado.register_window(QStringLiteral("frmcalculos"), [&] { return new frmcalculos(estado, mensajes); });
-    estado.register_window(QStringLiteral("frmcompuestos"), [&] { return new frmcompuestos(estado, mensajes); });
-    estado.register_window(QStringLiteral("frmdatos"), [&] { return new frmdatos(estado, mensajes); });
-    estado.register_window(QStringLiteral("frmgases"), [&] { return new frmgases(estado, mensajes); });
-    estado.register_window(QStringLiteral("frmgraficos"), [&] { return new frmgraficos(estado, mensajes, archivos); });
-    estado.register_window(QStringLiteral("frmoperaciones"), [&] { return new frmoperaciones(estado, mensajes); });
-    estado.register_window(QStringLiteral("frmescala"), [&] { return new frmescala(estado, mensajes); });
 }
 
 /// Draws the plot that the words ask for; what is wrong with them goes to standard error.
@@ -120,7 +105,9 @@ int run(Aplicacion& application, const std::filesystem::path& folder, const Comm
         mensajes.mostrar(mensaje_de_error(error, estado), 16, {});
     };
     ElegirArchivoQt archivos;
-    register_windows(estado, mensajes, archivos);
+    ImpresoraQt impresora;
+    ExteriorQt exterior;
+    register_windows(estado, {mensajes, archivos, impresora, exterior});
     Inicio inicio(estado, mensajes);
     QObject::connect(&inicio, &Inicio::fallido, &application, [&](const std::exception_ptr& error) {
         try {

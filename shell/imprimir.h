@@ -1,0 +1,22 @@
+#pragma once
+// Prints plain text in "Courier New": lines cut at blanks, pages numbered.
+
+#include <QString>
+#include <QStringList>
+
+#include "controls/impresora.h"
+
+class ApplicationState;
+
+namespace imprimir {
+
+/// Document of these lines. A line that is wider than the page is cut at blanks; ".../..." ends each piece that goes
+/// on. The footer of a page is "Página: " (language string 400) and its number in the format "###".
+Documento documento(const ApplicationState& estado, const QString& titulo, const QStringList& lineas,
+                    bool apaisado = false);
+
+/// Rows of cells as lines with their columns aligned, the first row being the header (underlined by a line of "-").
+/// Columns whose cells are numbers, or "-----", stand at the right.
+QStringList alinear(const QList<QStringList>& filas);
+
+}  // namespace imprimir

@@ -1,0 +1,22 @@
+#include "windows/ventanas.h"
+
+#include "windows/calc/frmcalculos.h"
+#include "windows/gasedit/frmcompuestos.h"
+#include "windows/gasedit/frmgases.h"
+#include "windows/lab/frmoperaciones.h"
+#include "windows/plots/frmdatos.h"
+#include "windows/plots/frmescala.h"
+#include "windows/plots/frmgraficos.h"
+
+void register_windows(ApplicationState& estado, const Puertas& puertas) {
+    const auto add = [&estado](const char* name, ApplicationState::Factory factory) {
+        estado.register_window(QLatin1String(name), std::move(factory));
+    };
+    add("frmcalculos", [&estado, puertas] { return new frmcalculos(estado, puertas.mensajes); });
+    add("frmcompuestos", [&estado, puertas] { return new frmcompuestos(estado, puertas.mensajes); });
+    add("frmdatos", [&estado, puertas] { return new frmdatos(estado, puertas.mensajes); });
+    add("frmescala", [&estado, puertas] { return new frmescala(estado, puertas.mensajes); });
+    add("frmgases", [&estado, puertas] { return new frmgases(estado, puertas.mensajes); });
+    add("frmgraficos", [&estado, puertas] { return new frmgraficos(estado, puertas.mensajes, puertas.archivos); });
+    add("frmoperaciones", [&estado, puertas] { return new frmoperaciones(estado, puertas.mensajes); });
+}
