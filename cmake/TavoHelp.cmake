@@ -1,0 +1,35 @@
+# One compiled help file for each folder of data/help but common/: data/help/English becomes data/English.chm in the build
+# folder. Checked, written as a project in Windows-1252 and completed by tools/help_sources; compiled by chmcmd.
+find_program(TAVO_CHMCMD NAMES chmcmd chmcmd-3.2.2 DOC "Compiler of the help files")
+if(NOT TAVO_CHMCMD)
+    message(FATAL_ERROR "The help is compiled by chmcmd, which is not installed: install Debian's package fp-utils-3.2.2, "
+                        "or build without help files by -DTAVO_HELP=OFF.")
+endif()
+
+set(help_folder ${CMAKE_SOURCE_DIR}/data/help)
+file(GLOB help_languages CONFIGURE_DEPENDS LIST_DIRECTORIES true RELATIVE ${help_folder} ${help_folder}/*)
+list(FILTER help_languages EXCLUDE REGEX "^common$|\\.")
+if(NOT EXISTS ${help_folder}/contents.txt)
+    set(help_languages)
+endif()
+file(GLOB help_common CONFIGURE_DEPENDS ${help_folder}/common/*)
+
+set(help_files)
+foreach(language IN LISTS help_languages)
+    file(GLOB pages CONFIGURE_DEPENDS ${help_folder}/${language}/*)
+    set(work ${CMAKE_BINARY_DIR}/help/${language})
+    set(compiled ${CMAKE_BINARY_DIR}/data/${language}.chm)
+    file(MAKE_DIRECTORY ${work}/pictures)
+    add_custom_command(OUTPUT ${compiled}
+        COMMAND help_sources write ${help_folder} ${language} ${work}/pictures ${CMAKE_SOURCE_DIR}/data/idioma.lng
+                ${work}/project
+        COMMAND ${CMAKE_COMMAND} -DCHMCMD=${TAVO_CHMCMD} -DPROJECT=${work}/project -P
+                ${CMAKE_SOURCE_DIR}/cmake/compile_help.cmake
+        COMMAND help_sources finish ${work}/project/report ${work}/project/help.chm ${compiled}
+        DEPENDS help_sources ${CMAKE_SOURCE_DIR}/cmake/compile_help.cmake ${CMAKE_SOURCE_DIR}/data/idioma.lng
+                ${help_folder}/contents.txt ${help_common} ${pages}
+        COMMENT "Compiling the help in ${language}" VERBATIM)
+    list(APPEND help_files ${compiled})
+endforeach()
+add_custom_target(help_files ALL DEPENDS ${help_files})
+install(FILES ${help_files} DESTINATION ${CMAKE_INSTALL_DATADIR}/tavo-gas)
