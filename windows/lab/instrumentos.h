@@ -1,80 +1,32 @@
 #pragma once
 // The five drawn instruments of the laboratory.
 
-#include <QFrame>
 #include <QLabel>
-#include <QPixmap>
-#include <QWidget>
 
 #include <optional>
 #include <vector>
 
+#include "controls/hoja.h"
+#include "controls/indicador.h"
 #include "controls/texto.h"
 #include "windows/lab/laboratorio_logica.h"
 
-/// A drawing surface whose whole height is the instrument's scale: top maximum, bottom minimum. It shows a value, and
-/// tells what the user's hand or keys want it to be. What stands outside the scale (bulb, glass, ticks, numbers) is
-/// drawn by the frame around it.
-class Instrumento : public QWidget {
+/// One of the five, for which its scale, unit and looks stand.
+class Instrumento : public Indicador {
     Q_OBJECT
 public:
-    Instrumento(laboratorio::Instrument kind, QWidget* padre = nullptr);
-
+    explicit Instrumento(laboratorio::Instrument kind, QWidget* padre = nullptr);
     laboratorio::Instrument kind() const { return kind_; }
-    double value() const { return value_; }
-    /// Draws the value; outside the scale at the nearer limit, looking pinned. What is not a number changes nothing.
-    void set_value(double value);
-    bool pinned() const;
-
-    /// Variable and unit as accessible texts: "Temperatura", "ºK"; the value is spoken as the entry shows it.
-    void set_spoken(const QString& name, const QString& value);
-    /// The value as last given, or in the scale's own unit; says so when it lies outside the scale.
-    QString spoken_value() const;
-    /// How to say that the value %1 lies outside the scale.
-    void set_outside_text(const QString& pattern) { outside_text_ = pattern; }
-
-signals:
-    void MouseDown(double value);
-    void MouseMove(double value);  // with the left button down
-    void MouseUp();
-    void key_step(double value);  // arrow keys a graduation, with Shift a tenth, page keys ten; inside the scale
-    void value_changed();         // drawn anew
-
-protected:
-    /// Draws what moves, on a surface that shows the frame's drawing beneath.
-    virtual void draw(QPainter& painter) const = 0;
-    /// Where the drawings of two places of the scale (pixels below its top) differ.
-    virtual QRectF between(double from, double to) const = 0;
-    /// Pixels from the top of the surface to the value.
-    double place() const;
-
-    void paintEvent(QPaintEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseMoveEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
-    void wheelEvent(QWheelEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
 
 private:
-    void show_coordinate(double value, QPoint global);
-    void step(double graduations);
-    double coordinate(const QMouseEvent& event) const;
-
     laboratorio::Instrument kind_;
-    double value_ = 0.0;
-    double wheel_ = 0.0;  // graduations turned and not yet given
-    bool dragging_ = false;
-    QString spoken_value_;
-    QString outside_text_ = QStringLiteral("%1 (fuera de la escala)");
 };
 
-/// A white sheet with a drawing that stands still, kept as a picture, beneath the instruments that move.
-class Lamina : public QFrame {
+/// A sheet beneath the instruments of one variable, of which one is in use.
+class Lamina : public Hoja {
     Q_OBJECT
 public:
-    explicit Lamina(QWidget* padre = nullptr);
+    using Hoja::Hoja;
 
     /// Instrument shown.
     virtual Instrumento* in_use() const = 0;
@@ -85,32 +37,19 @@ public:
     QSize sizeHint() const override;
 
 protected:
-    /// Places the children for the sheet's size and font.
-    virtual void arrange() = 0;
-    /// Draws all that does not move.
-    virtual void draw_still(QPainter& painter) const = 0;
     /// Where a red arrow says that the value lies beyond the scale's end.
     virtual QPointF beyond(bool above) const = 0;
 
-    /// The sheet without its margin.
-    QRectF paper() const;
-    /// Font of numbers and labels.
-    QFont small_font() const;
-    /// Places and draws anew.
-    void renew();
+    void renew() override;
+    void draw_over(QPainter& painter) const override;
     /// An instrument of this sheet by its name.
     void adopt(Instrumento* instrument, const char* name);
     QLabel* range_label(const char* name, double limit, const char* unit);
     /// Puts an instrument and its labels in the place of another, with the focus.
     void exchange(const std::vector<QWidget*>& hidden, const std::vector<QWidget*>& shown);
 
-    void paintEvent(QPaintEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
-    void changeEvent(QEvent* event) override;
-
 private:
-    QPixmap still_;
-    int beyond_ = 0;  // -1 and 1: the value drawn lies below, above the scale
+    int beyond_ = 0;  // Indicador::side() of the instrument in use, as drawn
 };
 
 /// The cylinder `pctpiston` with its piston (lines piston1, piston2, pistonn) and the gas in it.

@@ -79,21 +79,19 @@ int range_text(Instrument instrument) {
 }
 
 bool inside(Instrument instrument, double value) {
-    return value >= scale(instrument).minimum && value <= scale(instrument).maximum;
+    return graduacion::inside(scale(instrument), value);
 }
 
 double pinned(Instrument instrument, double value) {
-    return std::clamp(value, scale(instrument).minimum, scale(instrument).maximum);
+    return graduacion::pinned(scale(instrument), value);
 }
 
 double value_at(Instrument instrument, double y, double height) {
-    const double part = height > 0.0 ? std::clamp(y / height, 0.0, 1.0) : 1.0;
-    return std::lerp(scale(instrument).maximum, scale(instrument).minimum, part);
+    return pinned(instrument, graduacion::value_at(scale(instrument), y, height));
 }
 
 double place_of(Instrument instrument, double value, double height) {
-    const Scale& s = scale(instrument);
-    return height * (s.maximum - pinned(instrument, value)) / (s.maximum - s.minimum);
+    return graduacion::place_of(scale(instrument), value, height);
 }
 
 Variable unknown_after_drag(Instrument dragged, Variable unknown) {
@@ -128,16 +126,6 @@ std::optional<Refusal> refusal(Variable variable, double shown, std::string_view
     if (shown > most)
         return Refusal{given.above, most};
     return {};
-}
-
-std::vector<Tick> ticks(const Scale& s) {
-    constexpr double SLACK = 1e-9;  // of a graduation: 2.0 / 0.05 may fall short of 40
-    const auto first = static_cast<int>(std::ceil(s.minimum / s.graduation - SLACK));
-    const auto last = static_cast<int>(std::floor(s.maximum / s.graduation + SLACK));
-    std::vector<Tick> result;
-    for (int k = first; k <= last; ++k)
-        result.push_back({std::clamp(k * s.graduation, s.minimum, s.maximum), k % s.numbered == 0});
-    return result;
 }
 
 std::vector<Tick> ticks(Instrument instrument) {

@@ -7,19 +7,18 @@
 #include <string_view>
 #include <vector>
 
+#include "controls/graduacion.h"
 #include "windows/calc/calculos_logica.h"
 
 namespace laboratorio {
 
 using calculos::Variable;
+using graduacion::Scale;
+using graduacion::Tick;
+using graduacion::ticks;
 
 enum class Instrument { Piston, Thermometer, Thermocouple, Barometer, Manometer };
 
-struct Scale {
-    double minimum, maximum;
-    double graduation;  // between two ticks: an arrow key's step
-    int numbered;       // every so many ticks carry a number
-};
 const Scale& scale(Instrument instrument);
 Variable variable(Instrument instrument);
 /// Language string that says that the value is outside the scale: 90, 91, 92, 94, 95.
@@ -28,8 +27,7 @@ int range_text(Instrument instrument);
 bool inside(Instrument instrument, double value);  // limits included
 double pinned(Instrument instrument, double value);
 
-/// A surface whose top is the scale's maximum and whose height is minimum - maximum: value at a height y below the top
-/// (0 .. height, clamped), and back.
+/// Value at a height y (0 .. height, clamped) below the top of the instrument's surface, and back.
 double value_at(Instrument instrument, double y, double height);
 double place_of(Instrument instrument, double value, double height);
 
@@ -51,12 +49,6 @@ struct Refusal {
 /// Empty for a value, in the unit shown, that is above the least and not above the greatest.
 std::optional<Refusal> refusal(Variable variable, double shown, std::string_view unit);
 
-/// A tick of a scale.
-struct Tick {
-    double value;
-    bool numbered;
-};
-std::vector<Tick> ticks(const Scale& scale);  // multiples of the graduation, limits included
 std::vector<Tick> ticks(Instrument instrument);
 
 /// A particle in the unit square of the gas space (y from the bottom), with the direction of its motion.

@@ -1,41 +1,39 @@
-#include <QEvent>
-#include <QFontInfo>
-#include <QPaintEvent>
 #include <QPainter>
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 
+#include "controls/dibujo.h"
 #include "core/numtext.h"
-#include "windows/lab/dibujo.h"
+#include "windows/lab/instrumentos.h"
+
+using laboratorio::Instrument;
 
 namespace {
 
-constexpr double RADIUS = 6.0;
-constexpr double MARGIN = 10.0;
 constexpr double ARROW = 9.0;
-constexpr QColor EDGE(168, 173, 179);
 constexpr QSize SMALLEST(150, 220);
 constexpr QSize PREFERRED(260, 420);
 
-/// -1 and 1: the value lies below, above the scale.
-int side(const Instrumento& instrument) {
-    if (!instrument.pinned())
-        return 0;
-    return instrument.value() > laboratorio::scale(instrument.kind()).maximum ? 1 : -1;
+QString unit(Instrument kind) {
+    switch (laboratorio::variable(kind)) {
+        case laboratorio::Variable::Volume:
+            return QStringLiteral("l");
+        case laboratorio::Variable::Temperature:
+            return QStringLiteral("ºK");
+        default:
+            return QStringLiteral("atm");
+    }
 }
 
 }  // namespace
 
-Lamina::Lamina(QWidget* padre) : QFrame(padre) {
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-}
-
-QFont Lamina::small_font() const {
-    QFont result = font();
-    result.setPixelSize(std::max(9, static_cast<int>(std::lround(QFontInfo(font()).pixelSize() * 0.92))));
-    return result;
+Instrumento::Instrumento(Instrument kind, QWidget* padre)
+    : Indicador(laboratorio::scale(kind), unit(kind), padre), kind_(kind) {
+    if (kind == Instrument::Piston)
+        set_cursors(Qt::OpenHandCursor, Qt::ClosedHandCursor);
+    if (kind == Instrument::Manometer)
+        set_role(QAccessible::Dial);
 }
 
 /// Wide enough for a range label in a larger font.
@@ -49,28 +47,19 @@ QSize Lamina::sizeHint() const {
     return PREFERRED.expandedTo(minimumSizeHint());
 }
 
-QRectF Lamina::paper() const {
-    return QRectF(rect()).adjusted(MARGIN, MARGIN, -MARGIN, -MARGIN);
-}
-
 void Lamina::adopt(Instrumento* instrument, const char* name) {
     instrument->setObjectName(QLatin1String(name));
-    connect(instrument, &Instrumento::value_changed, this, [this, instrument] {
-        if (instrument == in_use() && side(*instrument) != beyond_) {
-            beyond_ = side(*instrument);
+    connect(instrument, &Indicador::value_changed, this, [this, instrument] {
+        if (instrument == in_use() && instrument->side() != beyond_) {
+            beyond_ = instrument->side();
             update();  // with the instrument, which marks its scale's end
         }
     });
 }
 
 QLabel* Lamina::range_label(const char* name, double limit, const char* unit) {
-    auto* label = new QLabel(QString::fromStdString(tavo::Format(limit, "##0.00")) + QString::fromUtf8(unit), this);
-    label->setObjectName(QLatin1String(name));
-    label->setAttribute(Qt::WA_TransparentForMouseEvents);
-    QPalette ink = label->palette();
-    ink.setColor(QPalette::WindowText, dibujo::INK);  // the paper is white in dark palettes too
-    label->setPalette(ink);
-    return label;
+    return ink_label(QLatin1String(name),
+                     QString::fromStdString(tavo::Format(limit, "##0.00")) + QString::fromUtf8(unit));
 }
 
 void Lamina::exchange(const std::vector<QWidget*>& hidden, const std::vector<QWidget*>& shown) {
@@ -98,52 +87,16 @@ void Lamina::set_texts(const Texto& texto) {
 }
 
 void Lamina::renew() {
-    for (QLabel* label : findChildren<QLabel*>()) {
-        label->setFont(small_font());
-        label->resize(label->sizeHint());
-    }
-    arrange();
-    beyond_ = side(*in_use());
-    still_ = {};
-    update();
+    Hoja::renew();
+    beyond_ = in_use()->side();
 }
 
-void Lamina::resizeEvent(QResizeEvent* event) {
-    QFrame::resizeEvent(event);
-    renew();
-}
-
-void Lamina::changeEvent(QEvent* event) {
-    QFrame::changeEvent(event);
-    if (event->type() == QEvent::FontChange || event->type() == QEvent::PaletteChange)
-        renew();
-}
-
-void Lamina::paintEvent(QPaintEvent*) {
-    const double ratio = devicePixelRatioF();
-    if (still_.isNull() || still_.devicePixelRatio() != ratio) {
-        still_ = QPixmap((QSizeF(size()) * ratio).toSize());
-        still_.setDevicePixelRatio(ratio);
-        still_.fill(Qt::transparent);
-        QPainter painter(&still_);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setFont(small_font());
-        painter.setPen(QPen(EDGE, 1.0));
-        painter.setBrush(dibujo::PAPER);
-        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), RADIUS, RADIUS);
-        draw_still(painter);
-    }
-    QPainter painter(this);
-    painter.drawPixmap(0, 0, still_);
-    painter.setRenderHint(QPainter::Antialiasing);
-    if (const int at = side(*in_use()); at != 0) {
+void Lamina::draw_over(QPainter& painter) const {
+    if (const int at = in_use()->side(); at != 0) {
         painter.setPen(Qt::NoPen);
         painter.setBrush(dibujo::WARNING);
         painter.drawPolygon(dibujo::arrow(beyond(at > 0), at > 0 ? 0.0 : 180.0, ARROW));
     }
-    if (in_use()->hasFocus()) {
-        painter.setPen(QPen(palette().color(QPalette::Highlight), 2.0));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(QRectF(rect()).adjusted(1.0, 1.0, -1.0, -1.0), RADIUS, RADIUS);
-    }
+    if (in_use()->hasFocus())
+        draw_focus(painter, QRectF(rect()));
 }

@@ -6,14 +6,14 @@
 #include <cmath>
 #include <numbers>
 
+#include "controls/dibujo.h"
 #include "core/numtext.h"
-#include "windows/lab/dibujo.h"
+#include "windows/lab/columna.h"
 
 using laboratorio::Instrument;
 
 namespace {
 
-using dibujo::Columna;
 using dibujo::GAP;
 using dibujo::TICK;
 

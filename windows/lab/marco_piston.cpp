@@ -7,7 +7,8 @@
 #include <array>
 #include <cmath>
 
-#include "windows/lab/dibujo.h"
+#include "controls/dibujo.h"
+#include "windows/lab/instrumentos.h"
 
 using laboratorio::Instrument;
 

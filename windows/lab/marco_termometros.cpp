@@ -5,21 +5,17 @@
 #include <algorithm>
 #include <cmath>
 
-#include "windows/lab/dibujo.h"
+#include "controls/dibujo.h"
+#include "windows/lab/columna.h"
 
 using laboratorio::Instrument;
 
 namespace {
 
-using dibujo::Columna;
 using dibujo::GAP;
+using dibujo::TERMOMETRO;
 using dibujo::TICK;
 
-// The thermometer's measures on a small sheet.
-constexpr double BORE = 7.0;
-constexpr double WALL = 5.0;  // of the glass, at each side of the bore
-constexpr double BULB = 13.0;
-constexpr double NECK = 9.0;                               // between the scale's end and the bulb
 constexpr laboratorio::Scale CELSIUS{0.0, 100.0, 2.0, 5};  // the kelvin scale begins at 0 ºC
 
 constexpr double SLOT = 14.0;  // of the indicator's pointer
@@ -91,12 +87,13 @@ void MarcoTermometros::arrange() {
         const double size = std::clamp(sheet.height() / 300.0, 1.0, 1.5);
         const double left_room = dibujo::scale_room(lbtsmin, lbtsmax);
         const double right_room = TICK + dibujo::NUMBER_GAP + metrics.horizontalAdvance(QStringLiteral("100"));
-        const double width = left_room + 2.0 * GAP + size * (BORE + 2.0 * WALL) + right_room;
+        const double width = left_room + 2.0 * GAP + size * (TERMOMETRO.bore + 2.0 * TERMOMETRO.wall) + right_room;
         const double left = sheet.center().x() - width / 2.0;
         const double top = sheet.top() + 1.7 * line;
-        const double bottom = sheet.bottom() - size * (NECK + 2.0 * BULB) - 2.0;
+        const double bottom = sheet.bottom() - size * (TERMOMETRO.neck + 2.0 * TERMOMETRO.bulb) - 2.0;
         termometro->setGeometry(QRectF(left, top, width, bottom - top).toRect());
-        static_cast<Columna*>(termometro)->set_bore(std::round(left_room + GAP + size * WALL), size * BORE);
+        static_cast<Columna*>(termometro)
+            ->set_bore(std::round(left_room + GAP + size * TERMOMETRO.wall), size * TERMOMETRO.bore);
         const QRectF scale(termometro->geometry());
         dibujo::put_at_end(lbtsmax, scale.left() + left_room - TICK - dibujo::NUMBER_GAP, scale.top());
         dibujo::put_at_end(lbtsmin, scale.left() + left_room - TICK - dibujo::NUMBER_GAP, scale.bottom());
@@ -125,33 +122,7 @@ void MarcoTermometros::draw_still(QPainter& painter) const {
 void MarcoTermometros::draw_thermometer(QPainter& painter) const {
     const QRectF scale(termometro->geometry());
     const QRectF bore = static_cast<Columna*>(termometro)->bore().translated(scale.topLeft());
-    const double size = bore.width() / BORE;
-    const double wall = size * WALL, neck = size * NECK, radius = size * BULB;
-    const QRectF stem = bore.adjusted(-wall, -1.2 * wall - 6.0, wall, neck);
-    const QPointF centre(bore.center().x(), scale.bottom() + neck + radius);
-
-    QPainterPath glass;
-    glass.addRoundedRect(stem.adjusted(0.0, 0.0, 0.0, radius), stem.width() / 2.0, stem.width() / 2.0);
-    QPainterPath bulb;
-    bulb.addEllipse(centre, radius, radius);
-    painter.setPen(dibujo::pen(painter));
-    painter.setBrush(dibujo::glass(stem));
-    painter.drawPath(glass.united(bulb));
-
-    painter.setPen(dibujo::pen(painter, dibujo::QUIET, 0.7));
-    painter.setBrush(dibujo::PAPER);
-    painter.drawRoundedRect(bore.adjusted(-0.5, -5.0, 0.5, neck), bore.width() / 2.0, bore.width() / 2.0);
-
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(dibujo::mercury(bore));
-    painter.drawRect(QRectF(bore.left(), scale.bottom() - 0.5, bore.width(), neck + radius / 2.0));
-    QRadialGradient drop(centre - QPointF(0.3, 0.3) * radius, radius * 1.5);
-    drop.setColorAt(0.0, QColor(236, 239, 242));
-    drop.setColorAt(0.35, QColor(172, 178, 185));
-    drop.setColorAt(1.0, QColor(70, 76, 83));
-    painter.setBrush(drop);
-    painter.drawEllipse(centre, radius - 2.5, radius - 2.5);
-
+    const QRectF stem = dibujo::draw_thermometer(painter, bore);
     dibujo::draw_scale(painter, {laboratorio::scale(Instrument::Thermometer),
                                  stem.left() - GAP,
                                  scale.top(),

@@ -1,8 +1,9 @@
 #pragma once
-// How the laboratory's figures are drawn: black ink on white paper whatever the palette is, scales, metal, glass and
-// mercury. Lengths are in the painter's units.
+// How instruments are drawn: black ink on white paper whatever the palette is, scales, metal, glass and mercury.
+// Lengths are in the painter's units.
 
 #include <QColor>
+#include <QLabel>
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPen>
@@ -11,7 +12,7 @@
 
 #include <vector>
 
-#include "windows/lab/instrumentos.h"
+#include "controls/graduacion.h"
 
 namespace dibujo {
 
@@ -31,7 +32,7 @@ QPen pen(const QPainter& painter, const QColor& colour = INK, double width = 1.0
 
 /// A vertical scale at one side of an instrument.
 struct Regla {
-    laboratorio::Scale scale;
+    graduacion::Scale scale;
     double x;                        // the ticks' end at the instrument
     double top, height;              // maximum to minimum
     int side;                        // -1: ticks and numbers lie to the left of x, 1: to the right
@@ -48,7 +49,7 @@ QPointF beyond_label(const QLabel* label, bool above);
 struct Density {
     int tick, number;
 };
-Density density(const laboratorio::Scale& scale, double pixels, double number_size);
+Density density(const graduacion::Scale& scale, double pixels, double number_size);
 
 /// A long body of the material whose length runs up and down, or to the right: light falls across it.
 enum class Run { Upright, Level };
@@ -60,20 +61,25 @@ QLinearGradient glass(const QRectF& body);
 /// A triangle of this size whose tip is at the point and that looks in the direction (degrees clockwise from up).
 QPolygonF arrow(QPointF tip, double degrees, double size);
 
-/// Mercury in a tube, up to the value.
-class Columna final : public Instrumento {
-public:
-    using Instrumento::Instrumento;
-    /// The tube's bore: left edge and width, in the surface's coordinates.
-    void set_bore(double left, double width);
-    QRectF bore() const { return {left_, 0.0, width_, double(height())}; }
-
-protected:
-    void draw(QPainter& painter) const override;
-    QRectF between(double from, double to) const override;
-
-private:
-    double left_ = 0.0, width_ = 0.0;
+/// Mercury in a bore (left edge, width), up to a place [below the surface's top] and past the surface's bottom; a red
+/// line at its end where the value lies beyond the scale.
+struct Tubo {
+    double left = 0.0, width = 0.0;
 };
+void draw_mercury(QPainter& painter, const Tubo& bore, double place, double height, bool pinned);
+/// Where two such columns differ.
+QRectF mercury_between(const Tubo& bore, double from, double to);
+
+/// Measures of a mercury thermometer on a small sheet.
+struct Termometro {
+    double bore = 7.0;
+    double wall = 5.0;  // of the glass, at each side of the bore
+    double bulb = 13.0;
+    double neck = 9.0;  // between the scale's end and the bulb
+};
+inline constexpr Termometro TERMOMETRO{};
+/// Glass and bulb, with the mercury below the scale, of a thermometer whose scale runs along this bore; the result is
+/// the stem, at whose sides the scales stand.
+QRectF draw_thermometer(QPainter& painter, const QRectF& bore);
 
 }  // namespace dibujo

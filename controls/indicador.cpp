@@ -1,3 +1,5 @@
+#include "controls/indicador.h"
+
 #include <QAccessible>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -6,52 +8,49 @@
 #include <QToolTip>
 #include <QWheelEvent>
 
-#include <algorithm>
 #include <cmath>
+#include <utility>
 
+#include "controls/indicador_accesible.h"
 #include "core/numtext.h"
-#include "windows/lab/dibujo.h"
-#include "windows/lab/instrumento_accesible.h"
-
-using laboratorio::Instrument;
 
 namespace {
-
 constexpr double WHEEL_NOTCH = 120.0;  // eighths of a degree
-
-QString with_unit(Instrument kind, double value) {
-    const auto unit = [&] {
-        switch (laboratorio::variable(kind)) {
-            case laboratorio::Variable::Volume:
-                return QStringLiteral(" l");
-            case laboratorio::Variable::Temperature:
-                return QStringLiteral(" ºK");
-            default:
-                return QStringLiteral(" atm");
-        }
-    };
-    return QString::fromStdString(tavo::Format(value, "##0.00")) + unit();
 }
 
-}  // namespace
-
-Instrumento::Instrumento(Instrument kind, QWidget* padre)
-    : QWidget(padre), kind_(kind), value_(laboratorio::scale(kind).minimum) {
-    install_instrument_accessibility();
+Indicador::Indicador(const graduacion::Scale& scale, QString unit, QWidget* padre)
+    : QWidget(padre), scale_(scale), unit_(std::move(unit)), value_(scale.minimum) {
+    install_indicator_accessibility();
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
-    setCursor(kind == Instrument::Piston ? Qt::OpenHandCursor : Qt::SizeVerCursor);
+    setCursor(over_);
 }
 
-bool Instrumento::pinned() const {
-    return !laboratorio::inside(kind_, value_);
+void Indicador::set_cursors(Qt::CursorShape over, Qt::CursorShape held) {
+    over_ = over;
+    held_ = held;
+    setCursor(over_);
 }
 
-double Instrumento::place() const {
-    return laboratorio::place_of(kind_, value_, height());
+int Indicador::side() const {
+    if (graduacion::inside(scale_, value_))
+        return 0;
+    return value_ > scale_.maximum ? 1 : -1;
 }
 
-void Instrumento::set_value(double value) {
+double Indicador::reachable(double value) const {
+    return graduacion::pinned(scale_, value);
+}
+
+QString Indicador::with_unit(double value) const {
+    return QString::fromStdString(tavo::Format(value, "##0.00")) + u' ' + unit_;
+}
+
+double Indicador::place() const {
+    return graduacion::place_of(scale_, value_, height());
+}
+
+void Indicador::set_value(double value) {
     if (!std::isfinite(value) || value == value_)
         return;
     const double from = place();
@@ -64,69 +63,69 @@ void Instrumento::set_value(double value) {
     }
 }
 
-void Instrumento::set_spoken(const QString& name, const QString& value) {
+void Indicador::set_spoken(const QString& name, const QString& value) {
     setAccessibleName(name);
     spoken_value_ = value;
 }
 
-QString Instrumento::spoken_value() const {
-    const QString text = spoken_value_.isEmpty() ? with_unit(kind_, value_) : spoken_value_;
+QString Indicador::spoken_value() const {
+    const QString text = spoken_value_.isEmpty() ? with_unit(value_) : spoken_value_;
     return pinned() ? outside_text_.arg(text) : text;
 }
 
-void Instrumento::paintEvent(QPaintEvent*) {
+void Indicador::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     draw(painter);
 }
 
-double Instrumento::coordinate(const QMouseEvent& event) const {
-    return laboratorio::value_at(kind_, event.position().y(), height());
+double Indicador::coordinate(const QMouseEvent& event) const {
+    return reachable(graduacion::value_at(scale_, event.position().y(), height()));
 }
 
-void Instrumento::mousePressEvent(QMouseEvent* event) {
+void Indicador::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton) {
         event->ignore();
         return;
     }
     dragging_ = true;
-    if (kind_ == Instrument::Piston)
-        setCursor(Qt::ClosedHandCursor);
+    setCursor(held_);
     emit MouseDown(coordinate(*event));
 }
 
-void Instrumento::mouseMoveEvent(QMouseEvent* event) {
+void Indicador::mouseMoveEvent(QMouseEvent* event) {
     const double value = coordinate(*event);
     show_coordinate(value, event->globalPosition().toPoint());
     if (dragging_ && event->buttons().testFlag(Qt::LeftButton))
         emit MouseMove(value);
 }
 
-void Instrumento::mouseReleaseEvent(QMouseEvent* event) {
+void Indicador::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton || !dragging_)
         return;
     dragging_ = false;
-    if (kind_ == Instrument::Piston)
-        setCursor(Qt::OpenHandCursor);
+    setCursor(over_);
     emit MouseUp();
 }
 
-void Instrumento::show_coordinate(double value, QPoint global) {
-    setToolTip(with_unit(kind_, value));
+void Indicador::show_coordinate(double value, QPoint global) {
+    setToolTip(with_unit(value));
     if (QToolTip::isVisible())  // a tip in sight would keep the old number
         QToolTip::showText(global, toolTip(), this);
 }
 
-/// From a value outside the scale a step begins at the limit.
-void Instrumento::step(double graduations) {
-    const double start = laboratorio::pinned(kind_, value_);
-    const double end = laboratorio::pinned(kind_, start + graduations * laboratorio::scale(kind_).graduation);
-    if (end != value_)
-        emit key_step(end);
+/// From a value out of reach a step begins at the limit.
+void Indicador::step(double graduations) {
+    const double end = reachable(reachable(value_) + graduations * scale_.graduation);
+    go_to(end);
 }
 
-void Instrumento::keyPressEvent(QKeyEvent* event) {
-    constexpr double ALL = 1e6;  // graduations, more than any scale has
+void Indicador::go_to(double value) {
+    if (value != value_)
+        emit key_step(value);
+}
+
+void Indicador::keyPressEvent(QKeyEvent* event) {
     const bool shift = event->modifiers().testFlag(Qt::ShiftModifier);
     const bool plain = !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
     const double arrow = shift ? 0.1 : 1.0;
@@ -142,15 +141,15 @@ void Instrumento::keyPressEvent(QKeyEvent* event) {
         case Qt::Key_PageDown:
             return step(-10.0);
         case Qt::Key_Home:
-            return step(-ALL);
+            return go_to(scale_.minimum);
         case Qt::Key_End:
-            return step(ALL);
+            return go_to(scale_.maximum);
         default:
             QWidget::keyPressEvent(event);
     }
 }
 
-void Instrumento::wheelEvent(QWheelEvent* event) {
+void Indicador::wheelEvent(QWheelEvent* event) {
     if (!hasFocus()) {
         event->ignore();  // the window scrolls
         return;
@@ -163,14 +162,14 @@ void Instrumento::wheelEvent(QWheelEvent* event) {
     event->accept();
 }
 
-void Instrumento::focusInEvent(QFocusEvent* event) {
+void Indicador::focusInEvent(QFocusEvent* event) {
     QWidget::focusInEvent(event);
     wheel_ = 0.0;
     if (parentWidget())
         parentWidget()->update();  // which draws the focus frame
 }
 
-void Instrumento::focusOutEvent(QFocusEvent* event) {
+void Indicador::focusOutEvent(QFocusEvent* event) {
     QWidget::focusOutEvent(event);
     if (parentWidget())
         parentWidget()->update();

@@ -1,4 +1,4 @@
-#include "windows/lab/dibujo.h"
+#include "controls/dibujo.h"
 
 #include <QFontMetricsF>
 #include <QPainterPath>
@@ -39,7 +39,7 @@ QPen pen(const QPainter& painter, const QColor& colour, double width) {
                 Qt::FlatCap, Qt::MiterJoin);
 }
 
-Density density(const laboratorio::Scale& scale, double pixels, double number_size) {
+Density density(const graduacion::Scale& scale, double pixels, double number_size) {
     Density result{scale.numbered, scale.numbered};
     for (int every = scale.numbered; every >= 1; --every)
         if (scale.numbered % every == 0 && every * pixels >= LEAST_BETWEEN_TICKS)
@@ -52,13 +52,13 @@ Density density(const laboratorio::Scale& scale, double pixels, double number_si
 
 void draw_scale(QPainter& painter, const Regla& ruler) {
     const QFontMetricsF metrics(painter.font());
-    const laboratorio::Scale& scale = ruler.scale;
+    const graduacion::Scale& scale = ruler.scale;
     const double per_unit = ruler.height / (scale.maximum - scale.minimum);
     const Density every = density(scale, scale.graduation * per_unit, metrics.height() * 1.1);
     painter.setPen(pen(painter));
     const double axis = crisp(painter, ruler.x);
     painter.drawLine(QPointF(axis, crisp(painter, ruler.top)), QPointF(axis, crisp(painter, ruler.top + ruler.height)));
-    for (const laboratorio::Tick& tick : laboratorio::ticks(scale)) {
+    for (const graduacion::Tick& tick : graduacion::ticks(scale)) {
         const auto index = static_cast<int>(std::lround(tick.value / scale.graduation));
         if (index % every.tick != 0)
             continue;
@@ -129,33 +129,58 @@ QPolygonF arrow(QPointF tip, double degrees, double size) {
     return turn.map(QPolygonF({{0.0, 0.0}, {size * 0.6, size}, {-size * 0.6, size}}));
 }
 
-void Columna::set_bore(double left, double width) {
-    left_ = left;
-    width_ = width;
-    update();
-}
-
-void Columna::draw(QPainter& painter) const {
-    const double top = place();
-    const double bottom = height() + 2.0;  // past the surface's edge, which may lie within a device pixel
-    const QRectF body(left_, top, width_, bottom - top);
+void draw_mercury(QPainter& painter, const Tubo& bore, double place, double height, bool pinned) {
+    const double bottom = height + 2.0;  // past the surface's edge, which may lie within a device pixel
+    const QRectF body(bore.left, place, bore.width, bottom - place);
     painter.setPen(Qt::NoPen);
     painter.setBrush(mercury(body));
-    const double cap = std::min(width_ * MENISCUS, height() - top);
-    QPainterPath path(QPointF(left_, bottom));
-    path.lineTo(left_, top + cap);
-    path.quadTo(left_, top, body.center().x(), top);
-    path.quadTo(body.right(), top, body.right(), top + cap);
+    const double cap = std::min(bore.width * MENISCUS, height - place);
+    QPainterPath path(QPointF(bore.left, bottom));
+    path.lineTo(bore.left, place + cap);
+    path.quadTo(bore.left, place, body.center().x(), place);
+    path.quadTo(body.right(), place, body.right(), place + cap);
     path.lineTo(body.right(), bottom);
     painter.drawPath(path);
-    if (pinned()) {
+    if (pinned) {
         painter.setBrush(WARNING);
-        painter.drawRect(QRectF(left_ - GAP, std::clamp(top - 1.0, 0.0, height() - 2.0), width_ + 2.0 * GAP, 2.0));
+        painter.drawRect(
+            QRectF(bore.left - GAP, std::clamp(place - 1.0, 0.0, height - 2.0), bore.width + 2.0 * GAP, 2.0));
     }
 }
 
-QRectF Columna::between(double from, double to) const {
-    return QRectF(left_, std::min(from, to), width_, std::abs(to - from) + width_).adjusted(-1.0, -1.0, 1.0, 1.0);
+QRectF mercury_between(const Tubo& bore, double from, double to) {
+    return QRectF(bore.left, std::min(from, to), bore.width, std::abs(to - from) + bore.width)
+        .adjusted(-1.0, -1.0, 1.0, 1.0);
+}
+
+QRectF draw_thermometer(QPainter& painter, const QRectF& bore) {
+    const double size = bore.width() / TERMOMETRO.bore;
+    const double wall = size * TERMOMETRO.wall, neck = size * TERMOMETRO.neck, radius = size * TERMOMETRO.bulb;
+    const QRectF stem = bore.adjusted(-wall, -1.2 * wall - 6.0, wall, neck);
+    const QPointF centre(bore.center().x(), bore.bottom() + neck + radius);
+
+    QPainterPath tube;
+    tube.addRoundedRect(stem.adjusted(0.0, 0.0, 0.0, radius), stem.width() / 2.0, stem.width() / 2.0);
+    QPainterPath bulb;
+    bulb.addEllipse(centre, radius, radius);
+    painter.setPen(pen(painter));
+    painter.setBrush(glass(stem));
+    painter.drawPath(tube.united(bulb));
+
+    painter.setPen(pen(painter, QUIET, 0.7));
+    painter.setBrush(PAPER);
+    painter.drawRoundedRect(bore.adjusted(-0.5, -5.0, 0.5, neck), bore.width() / 2.0, bore.width() / 2.0);
+
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(mercury(bore));
+    painter.drawRect(QRectF(bore.left(), bore.bottom() - 0.5, bore.width(), neck + radius / 2.0));
+    QRadialGradient drop(centre - QPointF(0.3, 0.3) * radius, radius * 1.5);
+    drop.setColorAt(0.0, QColor(236, 239, 242));
+    drop.setColorAt(0.35, QColor(172, 178, 185));
+    drop.setColorAt(1.0, QColor(70, 76, 83));
+    painter.setBrush(drop);
+    painter.drawEllipse(centre, radius - 2.5, radius - 2.5);
+    return stem;
 }
 
 }  // namespace dibujo
