@@ -51,6 +51,8 @@ public:
     /// Line number (from 1) of the section's header; 0 when missing.
     int lineaseccion(std::string_view section) const;
     std::vector<std::string> listasecciones() const;
+    /// Every line without its end, headers included: for whoever must not lose what belongs to no key.
+    std::vector<std::string> lines() const;
     /// The section's key lines in file order, keys as they stand, values trimmed. Lines without "=" throw
     /// InvalidArgument.
     std::vector<std::pair<std::string, std::string>> claves(std::string_view section) const;

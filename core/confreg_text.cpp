@@ -109,6 +109,7 @@ public:
     std::string leerclave(std::string_view section, std::string_view key) const;
     int lineaseccion(std::string_view section) const;
     std::vector<std::string> listasecciones() const;
+    std::vector<std::string> lines() const;
     std::vector<std::pair<std::string, std::string>> claves(std::string_view section) const;
     void escribirclave(std::string_view section, std::string_view key, std::string_view value);
     void asegurarseccion(std::string_view section);
@@ -457,6 +458,17 @@ std::vector<std::string> Text::Impl::listasecciones() const {
     return sections;
 }
 
+std::vector<std::string> Text::Impl::lines() const {
+    std::vector<std::string> result;
+    for (const auto& block : blocks_) {
+        if (block != blocks_.front())
+            result.push_back(decoded(block->header.text()));
+        for (const Line& line : block->lines)
+            result.push_back(decoded(line.text()));
+    }
+    return result;
+}
+
 std::vector<std::pair<std::string, std::string>> Text::Impl::claves(std::string_view section) const {
     std::vector<std::pair<std::string, std::string>> keys;
     const Block* const block = find(section);
@@ -634,6 +646,9 @@ int Text::lineaseccion(std::string_view section) const {
 }
 std::vector<std::string> Text::listasecciones() const {
     return impl_->listasecciones();
+}
+std::vector<std::string> Text::lines() const {
+    return impl_->lines();
 }
 std::vector<std::pair<std::string, std::string>> Text::claves(std::string_view section) const {
     return impl_->claves(section);

@@ -19,6 +19,7 @@
 #include "core/encoding.h"
 #include "core/idiomas.h"
 #include "core/text_numbers.h"
+#include "core/text_rules.h"
 
 namespace {
 
@@ -91,84 +92,31 @@ TEST_F(LanguageTable, DefinesEveryNumberOnceInEveryLanguage) {
     }
 }
 
-/// The markers %1, %2 ... of a text, sorted.
-std::multiset<std::string> markers(std::string_view text) {
-    std::multiset<std::string> found;
-    for (std::size_t at = text.find('%'); at != std::string_view::npos; at = text.find('%', at + 1))
-        found.emplace(text.substr(at, 2));
-    return found;
-}
-
 TEST_F(LanguageTable, TakesTheSameValuesInEveryLanguage) {
     const std::map<int, std::string>& spanish = texts.at("Español");
     for (const auto& [name, numbers] : texts)
         for (const auto& [number, text] : numbers)
-            EXPECT_EQ(markers(text), markers(spanish.at(number))) << name << " " << number << " " << text;
+            EXPECT_EQ(tavo::arguments(text), tavo::arguments(spanish.at(number)))
+                << name << " " << number << " " << text;
 }
 
-/// Texts whose mnemonics are reached together. `bar`: the window lives inside the main window, whose menu bar answers
-/// to Alt as well.
-struct MnemonicGroup {
-    std::string_view name;
-    bool bar;
-    std::vector<int> numbers;
-};
-
-const std::vector<MnemonicGroup> MNEMONICS{
-    {"menu bar", true, {}},
-    {"mnuarchivos", false, {9, 10}},
-    {"mnudatos", false, {11, 14, 190}},
-    {"mnuunidades", false, {12, 13}},
-    {"mnugraficos", false, {15, 16}},
-    {"mnucalcular", false, {17, 18, 19, 20}},
-    {"mnusimulaciones", false, {21}},
-    {"mnutablas", false, {22, 23, 24}},
-    {"mnuidioma", false, {29}},
-    {"mnuayudas", false, {30, 31}},
-    {"main window, context menu", false, {530, 531}},
-    {"frmdatos without a plot", true, {54, 55}},
-    {"frmdatos with a plot", true, {54, 58}},
-    {"frmescala", false, {65, 151, 152, 153, 154, 155, 156}},
-    {"frmcalculos", true, {54, 70, 71, 72, 73, 127}},
-    {"frmoperaciones", true, {54, 70, 71, 72, 73}},
-    {"frmgases", true, {54, 207, 208, 209, 210, 230, 720}},
-    {"frmcompuestos", true, {65, 142}},
-    {"frmtabla", true, {770, 772, 774}},
-    {"frmtablaay", true, {770, 772}},
-    {"frmIdioma", true, {9, 37, 38}},
-    {"frmayuda", false, {750, 751, 752}},
-    {"frmAbout", false, {64}},
-    {"print preview", false, {810, 811, 812, 813, 819}},
-};
-
-/// Lower-case letter after the one "&", or 0.
-char mnemonic(std::string_view text) {
-    const std::size_t at = text.find('&');
-    if (at == std::string_view::npos || at + 1 == text.size() || text.find('&', at + 1) != std::string_view::npos)
-        return 0;
-    const char letter = static_cast<char>(text[at + 1] | 0x20);
-    return letter >= 'a' && letter <= 'z' ? letter : '\0';
-}
-
-/// Whether an "&" stands before a letter; one before a blank is meant as it is.
-bool has_mnemonic(std::string_view text) {
-    const std::size_t at = text.find('&');
-    return at != std::string_view::npos && text.substr(at + 1, 1) != " ";
+/// The mnemonic of a shipped text: its one "&" stands before a letter from a to z. Else empty.
+std::string letter_of(const std::string& text) {
+    const std::string letter = std::ranges::count(text, '&') == 1 ? tavo::mnemonic(text) : std::string();
+    return letter.size() == 1 && letter[0] >= 'a' && letter[0] <= 'z' ? letter : std::string();
 }
 
 TEST_F(LanguageTable, HasMnemonicsWithoutClashes) {
     std::set<int> grouped;
-    for (const MnemonicGroup& group : MNEMONICS) {
-        std::vector<int> numbers = group.numbers;
-        if (group.bar)
-            numbers.insert(numbers.end(), {1, 2, 3, 4, 5, 6, 7, 8});
+    for (const tavo::MnemonicGroup& group : tavo::mnemonic_groups()) {
+        const std::vector<int> numbers = group.all();
         grouped.insert(numbers.begin(), numbers.end());
         for (const auto& [name, of_number] : texts) {
-            std::map<char, int> taken;
+            std::map<std::string, int> taken;
             for (const int number : numbers) {
                 const std::string& text = of_number.at(number);
-                const char letter = mnemonic(text);
-                EXPECT_NE(letter, 0) << name << " " << number << " " << text;
+                const std::string letter = letter_of(text);
+                EXPECT_NE(letter, "") << name << " " << number << " " << text;
                 const auto [other, free] = taken.emplace(letter, number);
                 EXPECT_TRUE(free) << group.name << ", " << name << ": " << number << " " << text
                                   << " takes the letter of " << other->second;
@@ -177,7 +125,7 @@ TEST_F(LanguageTable, HasMnemonicsWithoutClashes) {
     }
     for (const auto& [name, numbers] : texts)
         for (const auto& [number, text] : numbers)
-            EXPECT_EQ(has_mnemonic(text), grouped.contains(number)) << name << " " << number << " " << text;
+            EXPECT_EQ(!tavo::mnemonic(text).empty(), grouped.contains(number)) << name << " " << number << " " << text;
 }
 
 TEST(TextNumbers, AreTheRowsOfTheDocumentedTable) {
