@@ -14,6 +14,8 @@ constexpr std::array<char32_t, 32> HIGH_CONTROLS{0x20AC, 0x0081, 0x201A, 0x0192,
                                                  0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                                  0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
+constexpr char32_t REPLACEMENT = 0xFFFD;
+
 // Every step-th code point from first to last is a capital; its small letter lies shift further on.
 struct Capitals {
     char32_t first, last;
@@ -65,25 +67,6 @@ std::uint8_t byte(char c) {
     return static_cast<std::uint8_t>(c);
 }
 
-void append_utf8(std::string& out, char32_t c) {
-    const auto put = [&out](char32_t value) { out.push_back(static_cast<char>(value)); };
-    if (c < 0x80) {
-        put(c);
-    } else if (c < 0x800) {
-        put(0xC0 | c >> 6);
-        put(0x80 | (c & 0x3F));
-    } else if (c < 0x10000) {
-        put(0xE0 | c >> 12);
-        put(0x80 | (c >> 6 & 0x3F));
-        put(0x80 | (c & 0x3F));
-    } else {
-        put(0xF0 | c >> 18);
-        put(0x80 | (c >> 12 & 0x3F));
-        put(0x80 | (c >> 6 & 0x3F));
-        put(0x80 | (c & 0x3F));
-    }
-}
-
 struct Decoded {
     char32_t character;
     std::size_t length;  // 0: the bytes are not UTF-8
@@ -120,6 +103,39 @@ std::optional<char> windows1252(char32_t c) {
 }
 
 }  // namespace
+
+void append_utf8(std::string& out, char32_t c) {
+    const auto put = [&out](char32_t value) { out.push_back(static_cast<char>(value)); };
+    if (c < 0x80) {
+        put(c);
+    } else if (c < 0x800) {
+        put(0xC0 | c >> 6);
+        put(0x80 | (c & 0x3F));
+    } else if (c < 0x10000) {
+        put(0xE0 | c >> 12);
+        put(0x80 | (c >> 6 & 0x3F));
+        put(0x80 | (c & 0x3F));
+    } else {
+        put(0xF0 | c >> 18);
+        put(0x80 | (c >> 12 & 0x3F));
+        put(0x80 | (c >> 6 & 0x3F));
+        put(0x80 | (c & 0x3F));
+    }
+}
+
+std::string valid_utf8(std::string_view text) {
+    std::string result;
+    result.reserve(text.size());
+    while (!text.empty()) {
+        const std::size_t length = decode(text).length;
+        if (length == 0)
+            append_utf8(result, REPLACEMENT);
+        else
+            result += text.substr(0, length);
+        text.remove_prefix(std::max<std::size_t>(length, 1));
+    }
+    return result;
+}
 
 std::string utf8_from_windows1252(std::string_view bytes) {
     std::string text;

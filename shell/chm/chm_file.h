@@ -58,6 +58,8 @@ public:
     const std::vector<Keyword>& index() const;
     /// Names of all pages (entries ending in .html or .htm), in contents order first, each once.
     const std::vector<std::string>& pages() const;
+    /// Names of all entries: pages, pictures, the file's own records.
+    const std::vector<std::string>& entries() const;
     /// The entry's own spelling of a name, relative or absolute, with "." and ".." resolved; empty where it has none.
     std::optional<std::string> find(std::string_view name) const;
     /// Bytes of an entry; empty optional where there is none. Throws DamagedHelp where it cannot be unpacked.
