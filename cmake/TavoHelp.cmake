@@ -19,7 +19,11 @@ foreach(language IN LISTS help_languages)
     file(GLOB pages CONFIGURE_DEPENDS ${help_folder}/${language}/*)
     set(work ${CMAKE_BINARY_DIR}/help/${language})
     set(compiled ${CMAKE_BINARY_DIR}/data/${language}.chm)
-    file(MAKE_DIRECTORY ${work}/pictures)
+    # Its list of pictures changes only with them: a new program that looks as before leaves the help as it is.
+    add_custom_command(OUTPUT ${work}/pictures/list
+        COMMAND help_pictures ${CMAKE_SOURCE_DIR}/data ${language} ${work}/pictures
+        DEPENDS help_pictures ${CMAKE_SOURCE_DIR}/data/data ${CMAKE_SOURCE_DIR}/data/idioma.lng
+        COMMENT "Drawing the help's pictures in ${language}" VERBATIM)
     add_custom_command(OUTPUT ${compiled}
         COMMAND help_sources write ${help_folder} ${language} ${work}/pictures ${CMAKE_SOURCE_DIR}/data/idioma.lng
                 ${work}/project
@@ -27,7 +31,7 @@ foreach(language IN LISTS help_languages)
                 ${CMAKE_SOURCE_DIR}/cmake/compile_help.cmake
         COMMAND help_sources finish ${work}/project/report ${work}/project/help.chm ${compiled}
         DEPENDS help_sources ${CMAKE_SOURCE_DIR}/cmake/compile_help.cmake ${CMAKE_SOURCE_DIR}/data/idioma.lng
-                ${help_folder}/contents.txt ${help_common} ${pages}
+                ${help_folder}/contents.txt ${help_common} ${pages} ${work}/pictures/list
         COMMENT "Compiling the help in ${language}" VERBATIM)
     list(APPEND help_files ${compiled})
 endforeach()

@@ -41,6 +41,7 @@ constexpr std::array<std::pair<std::string_view, unsigned>, 16> LANGUAGE_IDS{{{"
                                                                               {"ru", 0x0419}}};
 constexpr unsigned ENGLISH_ID = 0x0409;
 constexpr int LANGUAGE_CODE = 549;
+constexpr unsigned WIDEST = 720;  // of a picture, so that it fits beside the contents
 
 std::string read_file(const fs::path& path) {
     return real_file_system().read(path);
@@ -102,7 +103,7 @@ void HelpReader::find_files(const fs::path& folder, const std::string& shown) {
     for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
         const std::string name = entry.path().filename().string();
         const std::string suffix = entry.path().extension().string();
-        if (suffix == PAGE_SUFFIX && shown == sources_.language)
+        if ((suffix == PAGE_SUFFIX && shown == sources_.language) || (name == "list" && shown == "pictures"))
             continue;
         if (!is_plain_name(name) || (suffix != ".css" && suffix != ".png")) {
             problems_.push_back(
@@ -493,7 +494,10 @@ Size png_size(std::string_view bytes) {
         if (type == "IDAT")
             break;
     }
-    return {shown(big_endian(bytes, 16), per_metre), shown(big_endian(bytes, 20), per_metre)};
+    const Size size{shown(big_endian(bytes, 16), per_metre), shown(big_endian(bytes, 20), per_metre)};
+    if (size.width <= WIDEST)
+        return size;
+    return {WIDEST, (size.height * WIDEST + size.width / 2) / size.width};
 }
 
 std::vector<std::string> complaints(std::string_view report) {

@@ -52,8 +52,8 @@ void write_project(const Help& help, const std::filesystem::path& folder);
 /// Keywords and the names of their pages, ordered as the language orders them: case and accents count last.
 std::vector<std::pair<std::string, std::vector<std::string>>> index_of(const Help& help);
 
-/// Size of a PNG picture on a common screen of 96 dots an inch, by the resolution that it states; 0 x 0 where the bytes
-/// are no PNG.
+/// Size of a PNG picture on a common screen of 96 dots an inch, by the resolution that it states, made to fit a page;
+/// 0 x 0 where the bytes are no PNG.
 Size png_size(std::string_view bytes);
 
 /// Lines of the compiler's report that tell of a failure; it always ends as if all were well.
