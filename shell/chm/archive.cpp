@@ -99,6 +99,8 @@ Archive::Archive(std::string bytes, const Limits& limits) : file_(with_second_id
 std::string_view Archive::bytes(const Entry& entry) const {
     if (!entry.sound || (entry.packed && !was_unpacked(entry)))
         throw DamagedHelp("the entry " + entry.name + " of the help file is damaged");
+    if (entry.length == 0)
+        return {};
     return std::string_view(entry.packed ? unpacked_ : file_).substr(entry.offset, entry.length);
 }
 
@@ -157,7 +159,7 @@ std::size_t Archive::packed_size() const {
 bool Archive::was_unpacked(const Entry& entry) const {
     const auto after = std::upper_bound(stretches_.begin(), stretches_.end(), entry.offset,
                                         [](std::size_t offset, const Stretch& s) { return offset < s.begin; });
-    return after != stretches_.begin() ? entry.offset + entry.length <= std::prev(after)->end : entry.length == 0;
+    return entry.length == 0 || (after != stretches_.begin() && entry.offset + entry.length <= std::prev(after)->end);
 }
 
 }  // namespace tavo::chm

@@ -1,4 +1,5 @@
-// Compiled help of any bytes: refused, or everything in it can be asked for.
+// Compiled help of any bytes: refused, or everything in it can be asked for. Other inputs are read as what stands
+// packed in compiled help: a page, a contents file, the system record.
 
 #include <cstddef>
 #include <cstdint>
@@ -9,6 +10,8 @@
 
 #include "core/encoding.h"
 #include "shell/chm/chm_file.h"
+#include "shell/chm/sitemap.h"
+#include "shell/chm/system_record.h"
 
 namespace {
 
@@ -37,15 +40,28 @@ std::size_t demand_topics(const std::vector<Topic>& topics, std::size_t depth) {
     return count;
 }
 
+void demand_page(std::string_view bytes) {
+    const std::string html = tavo::chm::decode_page(bytes);
+    demand_text(html);
+    demand_text(tavo::chm::page_title(html));
+    demand_text(tavo::chm::plain_text(html));
+}
+
+void demand_packed(std::string_view bytes) {
+    demand_page(bytes);
+    for (const auto& object : tavo::chm::read_sitemap(tavo::chm::decode_page(bytes), Limits{}.topics))
+        demand_text(object.name);
+    const tavo::chm::SystemRecord record = tavo::chm::read_system_record(bytes);
+    demand_text(record.title);
+    demand_text(record.contents_file);
+}
+
 /// Bytes of an entry, 0 where it is damaged.
 std::size_t demand_entry(const ChmFile& file, const std::string& name) {
     try {
         const auto bytes = file.read(name);
         demand(bytes.has_value() && bytes->size() <= Limits{}.entry);
-        const std::string html = tavo::chm::decode_page(*bytes);
-        demand_text(html);
-        demand_text(tavo::chm::page_title(html));
-        demand_text(tavo::chm::plain_text(html));
+        demand_page(*bytes);
         return bytes->size();
     } catch (const DamagedHelp&) {
         return 0;
@@ -70,8 +86,13 @@ void demand_everything(const ChmFile& file) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+    if (!bytes.starts_with("ITSF")) {
+        demand_packed(bytes);
+        return 0;
+    }
     try {
-        demand_everything(ChmFile(std::string(reinterpret_cast<const char*>(data), size)));
+        demand_everything(ChmFile(std::string(bytes)));
     } catch (const DamagedHelp&) {  // refused
     }
     return 0;
