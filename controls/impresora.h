@@ -8,7 +8,8 @@
 class QPrinter;
 class QWidget;
 
-/// What can be printed: `pintar` draws all pages with a painter on the printer, whose page it may ask for.
+/// What can be printed: `pintar` draws its pages with a painter on the printer, whose page it may ask for. It draws
+/// pages fromPage() to toPage() where the printer names any (0: all), and stops where newPage() fails.
 struct Documento {
     QString titulo;  // of the preview and the print job
     std::function<void(QPrinter& printer)> pintar;

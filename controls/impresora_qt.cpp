@@ -1,17 +1,14 @@
 #include "controls/impresora_qt.h"
 
-#include <QPrintPreviewDialog>
-#include <QPrinter>
+#include <utility>
+
+#include "controls/elegir_impresora.h"
+#include "controls/vista_previa.h"
+
+ImpresoraQt::ImpresoraQt(Mensajes& mensajes, ElegirArchivo& archivos, Texto texto)
+    : mensajes_(mensajes), archivos_(archivos), texto_(std::move(texto)) {}
 
 void ImpresoraQt::imprimir(QWidget* padre, const Documento& documento) {
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setPageSize(QPageSize(QPageSize::A4));
-    printer.setPageOrientation(documento.apaisado ? QPageLayout::Landscape : QPageLayout::Portrait);
-    printer.setPageMargins(QMarginsF(20, 20, 20, 20), QPageLayout::Millimeter);
-    printer.setDocName(documento.titulo);
-    QPrintPreviewDialog preview(&printer, padre);
-    preview.setWindowTitle(documento.titulo);
-    QObject::connect(&preview, &QPrintPreviewDialog::paintRequested, &preview,
-                     [&documento](QPrinter* paper) { documento.pintar(*paper); });
-    preview.exec();
+    ElegirImpresoraQt impresoras;
+    VistaPrevia(documento, {mensajes_, archivos_, impresoras, texto_}, padre).exec();
 }

@@ -105,7 +105,8 @@ int run(Aplicacion& application, const std::filesystem::path& folder, const Comm
         mensajes.mostrar(mensaje_de_error(error, estado), 16, {});
     };
     ElegirArchivoQt archivos;
-    ImpresoraQt impresora;
+    ImpresoraQt impresora(mensajes, archivos,
+                          [&estado](int number, const QString& literal) { return estado.texto(number, literal); });
     ExteriorQt exterior;
     register_windows(estado, {mensajes, archivos, impresora, exterior});
     Inicio inicio(estado, mensajes);

@@ -17,6 +17,7 @@ void register_windows(ApplicationState& estado, const Puertas& puertas) {
     add("frmdatos", [&estado, puertas] { return new frmdatos(estado, puertas.mensajes); });
     add("frmescala", [&estado, puertas] { return new frmescala(estado, puertas.mensajes); });
     add("frmgases", [&estado, puertas] { return new frmgases(estado, puertas.mensajes); });
-    add("frmgraficos", [&estado, puertas] { return new frmgraficos(estado, puertas.mensajes, puertas.archivos); });
+    add("frmgraficos",
+        [&estado, puertas] { return new frmgraficos(estado, puertas.mensajes, puertas.archivos, puertas.impresora); });
     add("frmoperaciones", [&estado, puertas] { return new frmoperaciones(estado, puertas.mensajes); });
 }

@@ -82,10 +82,11 @@ void SuperficieGrafico::leaveEvent(QEvent*) {
 }
 
 bool SuperficieGrafico::event(QEvent* event) {
-    // The arrow keys and the copy and save keys belong to the plot while it has the focus.
+    // The arrow keys and those for copying, saving and printing belong to the plot while it has the focus.
     if (event->type() == QEvent::ShortcutOverride) {
         const auto* key = static_cast<QKeyEvent*>(event);
-        if (key->matches(QKeySequence::Copy) || key->matches(QKeySequence::Save) || key->key() == Qt::Key_Escape) {
+        if (key->matches(QKeySequence::Copy) || key->matches(QKeySequence::Save) || key->matches(QKeySequence::Print) ||
+            key->key() == Qt::Key_Escape) {
             event->accept();
             return true;
         }
@@ -95,8 +96,9 @@ bool SuperficieGrafico::event(QEvent* event) {
 
 // ---- Making the window
 
-frmgraficos::frmgraficos(ApplicationState& estado, Mensajes& mensajes, ElegirArchivo& archivos, QWidget* padre)
-    : QWidget(padre), estado_(estado), mensajes_(mensajes), archivos_(archivos) {
+frmgraficos::frmgraficos(ApplicationState& estado, Mensajes& mensajes, ElegirArchivo& archivos, Impresora& impresora,
+                         QWidget* padre)
+    : QWidget(padre), estado_(estado), mensajes_(mensajes), archivos_(archivos), impresora_(impresora) {
     setObjectName(QStringLiteral("frmgraficos"));
     setMinimumSize(300, 180);
     crear_herramientas();
@@ -132,6 +134,7 @@ void frmgraficos::crear_herramientas() {
     tool("btcopiar", 564, "Copiar", 574, "Copia la imagen en el portapapeles (Ctrl+C)", [this] { copiar(); });
     tool("btguardar", 565, "Guardar...", 575, "Guarda la imagen en un archivo PNG, SVG o PDF (Ctrl+S)",
          [this] { guardar(); });
+    tool("btimprimir", 845, "Imprimir...", 846, "Imprime el gráfico (Ctrl+P)", [this] { imprimir(); });
     row->addStretch();
 }
 
@@ -435,6 +438,8 @@ void frmgraficos::pctgrafico_KeyDown(QKeyEvent* event) {
         return copiar();
     if (event->matches(QKeySequence::Save))
         return guardar();
+    if (event->matches(QKeySequence::Print))
+        return imprimir();
     std::optional<QPointF> cross;
     if (cruz_)
         cross = to_surface(*cruz_, surface(), escena_.range);
@@ -556,4 +561,10 @@ void frmgraficos::guardar() {
                               .arg(file),
                           CRITICAL, title);
     }
+}
+
+void frmgraficos::imprimir() {
+    const graficos::Picture picture{escena_, lbx->text(), lby->text(), windowTitle()};
+    impresora_.imprimir(this,
+                        {picture.title, [picture](QPrinter& printer) { graficos::print(picture, printer); }, true});
 }

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "controls/elegir_archivo.h"
+#include "controls/impresora.h"
 #include "shell/application_state.h"
 #include "shell/mensajes.h"
 #include "windows/plots/graficos.h"
@@ -52,7 +53,8 @@ private:
 class frmgraficos : public QWidget, public PlotView {
     Q_OBJECT
 public:
-    frmgraficos(ApplicationState& estado, Mensajes& mensajes, ElegirArchivo& archivos, QWidget* padre = nullptr);
+    frmgraficos(ApplicationState& estado, Mensajes& mensajes, ElegirArchivo& archivos, Impresora& impresora,
+                QWidget* padre = nullptr);
 
     void actualiza() override;
     void dibuja() override;
@@ -98,6 +100,7 @@ private:
     void leer_curvas();
     void copiar();
     void guardar();
+    void imprimir();
     void mostrar_coordenadas(Point p);
     QRectF surface() const { return QRectF(pctgrafico->rect()); }
     Point data_at(QPointF at) const;
@@ -105,6 +108,7 @@ private:
     ApplicationState& estado_;
     Mensajes& mensajes_;
     ElegirArchivo& archivos_;
+    Impresora& impresora_;
     QWidget* herramientas_;
     QFrame* frmgrafico;
     SuperficieGrafico* pctgrafico;

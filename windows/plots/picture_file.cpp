@@ -6,7 +6,10 @@
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QPrinter>
 #include <QSvgGenerator>
+
+#include <algorithm>
 
 #include "core/errors.h"
 #include "core/gas_database.h"
@@ -21,10 +24,11 @@ namespace {
 
 constexpr double PIXELS_PER_INCH = 96.0;
 constexpr int PDF_RESOLUTION = 1200;
+constexpr double PRINTED_LENGTH = 1100.0;  // pixels along the longer side of a page
 
-QFont picture_font() {
+QFont picture_font(int pixels = 14) {
     QFont font = QGuiApplication::font();
-    font.setPixelSize(14);
+    font.setPixelSize(pixels);
     return font;
 }
 
@@ -112,6 +116,27 @@ std::array<std::string, 5> descriptions(ApplicationState& estado) {
         result[i] = describe(slot, names.value(static_cast<int>(slot.equation)).toStdString());
     }
     return result;
+}
+
+void print(const Picture& picture, QPrinter& printer) {
+    constexpr int TITLE_SIZE = 18;
+    constexpr double TITLE_GAP = 12.0;
+    QPainter painter;
+    if (!painter.begin(&printer))
+        return;
+    // Drawn in the pixels of a picture, of which the page is as wide as a saved one.
+    const QSizeF paper = printer.pageRect(QPrinter::DevicePixel).size();
+    const double scale = std::max(paper.width(), paper.height()) / PRINTED_LENGTH;
+    painter.scale(scale, scale);
+    QRectF page(QPointF(), paper / scale);
+    painter.setFont(picture_font(TITLE_SIZE));
+    QRectF used;
+    painter.drawText(page, Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, picture.title, &used);
+    page.setTop(used.bottom() + TITLE_GAP);
+    // An upright page keeps the sheet's shape: a plot twice as high as wide misleads the eye.
+    page.setHeight(std::min(page.height(), page.width()));
+    painter.setFont(picture_font());
+    pintar(painter, page, picture.escena, picture.v_title, picture.p_title);
 }
 
 void draw(const PlotArguments& arguments, ApplicationState& estado) {

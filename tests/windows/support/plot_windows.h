@@ -8,17 +8,13 @@
 
 #include "core/palette.h"
 #include "shell/application_state.h"
+#include "tests/windows/support/elegir_prueba.h"
 #include "tests/windows/support/hogar_temporal.h"
+#include "tests/windows/support/impresora_prueba.h"
 #include "tests/windows/support/mensajes_prueba.h"
 #include "windows/plots/frmdatos.h"
 #include "windows/plots/frmescala.h"
 #include "windows/plots/frmgraficos.h"
-
-class ElegirPrueba final : public ElegirArchivo {
-public:
-    QString respuesta;
-    QString guardar(QWidget*, const QString&, const QString&, const QString&) override { return respuesta; }
-};
 
 class VentanasGrafico {
 public:
@@ -32,6 +28,7 @@ public:
     HogarTemporal hogar;
     MensajesPrueba mensajes;
     ElegirPrueba archivos;
+    ImpresoraPrueba impresora;
     ApplicationState estado;
 
     /// Created if needed and shown, alone on the screen.
@@ -75,7 +72,7 @@ private:
             slot(i).colour = tavo::CURVE_COLOURS[static_cast<std::size_t>(i - 1)];
         estado.register_window(QStringLiteral("frmdatos"), [this] { return new frmdatos(estado, mensajes); });
         estado.register_window(QStringLiteral("frmgraficos"),
-                               [this] { return new frmgraficos(estado, mensajes, archivos); });
+                               [this] { return new frmgraficos(estado, mensajes, archivos, impresora); });
         estado.register_window(QStringLiteral("frmescala"), [this] { return new frmescala(estado, mensajes); });
         QObject::connect(&estado, &ApplicationState::show_requested, &estado, [](QWidget* window) { window->show(); });
     }
