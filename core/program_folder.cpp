@@ -16,6 +16,7 @@ namespace fs = std::filesystem;
 constexpr const char* FOLDER_NAME = "tavo-gas";
 constexpr const char* DATABASE = "data";
 constexpr const char* LANGUAGES = "idioma.lng";
+constexpr const char* HELP = ".chm";
 
 bool holds(const fs::path& folder, const char* file) {
     std::error_code ignored;
@@ -74,7 +75,7 @@ std::vector<fs::path> shipped_files(const fs::path& folder) {
     std::vector<fs::path> files;
     for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
         const fs::path name = entry.path().filename();
-        if (entry.is_regular_file() && (name == DATABASE || name == LANGUAGES || name.extension() == ".chm"))
+        if (entry.is_regular_file() && (name == DATABASE || name == LANGUAGES || name.extension() == HELP))
             files.push_back(name);
     }
     return files;
@@ -89,6 +90,15 @@ void copy_writable(const fs::path& from, const fs::path& to) {
     fs::rename(half, to);
 }
 
+/// The user writes no help: a newer one, or another, takes the place of the copy. Where it cannot, the old one serves.
+void refresh_help(const fs::path& shipped, const fs::path& copy) {
+    try {
+        if (fs::file_size(shipped) != fs::file_size(copy) || fs::last_write_time(shipped) > fs::last_write_time(copy))
+            copy_writable(shipped, copy);
+    } catch (const fs::filesystem_error&) {  // NOLINT(bugprone-empty-catch): see above
+    }
+}
+
 void fill(const fs::path& folder, const fs::path& shipped) {
     try {
         fs::create_directories(folder);
@@ -97,6 +107,8 @@ void fill(const fs::path& folder, const fs::path& shipped) {
         for (const fs::path& file : shipped_files(shipped))
             if (!fs::exists(folder / file))
                 copy_writable(shipped / file, folder / file);
+            else if (file.extension() == HELP)
+                refresh_help(shipped / file, folder / file);
     } catch (const fs::filesystem_error& error) {
         throw RewriteRefused("the program's files cannot be put into " + folder.string() + ": " +
                              error.code().message());

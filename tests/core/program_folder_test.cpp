@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -72,6 +73,35 @@ TEST_F(ProgramFolder, FirstStartFillsTheUsersFolderAndLaterOnesKeepIt) {
     EXPECT_EQ(read("user/tavo-gas/data"), "gases of the user");
     EXPECT_EQ(read("user/tavo-gas/idioma.lng"), "texts");
     EXPECT_EQ(std::distance(fs::directory_iterator(places_.user_data), fs::directory_iterator()), 3);
+}
+
+TEST_F(ProgramFolder, ANewerHelpReplacesTheCopyAndNothingElseDoes) {
+    write("user/tavo-gas/Català.chm", "a language of the user's own");
+    program_folder(places_);
+    const fs::path help = places_.user_data / "English.chm";
+    const auto copied = fs::last_write_time(help);
+    const auto later = copied + std::chrono::hours(1);
+    struct Case {
+        const char* shipped;
+        fs::file_time_type time;
+        const char* expected;
+    };
+    for (const Case& c : {Case{"HELP", copied - std::chrono::hours(1), "help"}, Case{"HELP", later, "HELP"},
+                          Case{"longer help", copied - std::chrono::hours(1), "longer help"}}) {
+        for (const char* file : {"shipped/English.chm", "shipped/data", "shipped/idioma.lng"}) {
+            write(file, c.shipped);
+            fs::last_write_time(root_ / file, c.time);
+        }
+        program_folder(places_);
+        EXPECT_EQ(read("user/tavo-gas/English.chm"), c.expected);
+        EXPECT_EQ(read("user/tavo-gas/data"), "gases");
+        EXPECT_EQ(read("user/tavo-gas/idioma.lng"), "texts");
+        EXPECT_EQ(read("user/tavo-gas/Català.chm"), "a language of the user's own");
+    }
+    fs::create_directories(places_.user_data / "English.chm.new" / "in the way");
+    write("shipped/English.chm", "the newest help");
+    EXPECT_EQ(program_folder(places_), places_.user_data);  // starts with the old help
+    EXPECT_EQ(read("user/tavo-gas/English.chm"), "longer help");
 }
 
 TEST_F(ProgramFolder, AReaderWritesNothing) {
