@@ -404,8 +404,8 @@ void Reader::take_picture(const Tag& tag) {
     if (file == nullptr || file->empty())
         problem_at(tag.line, "<img> names no picture");
     else if (is_local(*file, tag.line))
-        page_.pictures.push_back({*file, tag.line, tag.find("width") != nullptr || tag.find("height") != nullptr,
-                                  tag.begin + std::string_view("<img").size()});
+        page_.pictures.push_back(
+            {*file, tag.line, tag.find("width") != nullptr || tag.find("height") != nullptr, {tag.begin, tag.end}});
 }
 
 void Reader::take_meta(const Tag& tag) {
@@ -514,22 +514,31 @@ std::string with_references(std::string_view utf8) {
 }
 
 std::string compiled_page(std::string_view html, const Page& page, const std::map<std::string, Size>& sizes) {
-    std::map<std::size_t, std::pair<std::size_t, std::string>> edits;  // begin -> end, new text
-    edits[page.head] = {page.head, R"(<meta http-equiv="Content-Type" content="text/html; charset=windows-1252">)"};
+    struct Edit {
+        Place place;
+        std::string text;
+    };
+    std::map<std::size_t, Edit> edits;  // by place
     for (const Place& charset : page.charsets)
-        edits.insert_or_assign(charset.begin,
-                               std::pair(charset.end, charset.begin == page.head ? edits[page.head].second : ""));
-    for (const Picture& picture : page.pictures)
-        if (const auto size = sizes.find(picture.file); size != sizes.end() && !picture.sized)
-            edits[picture.attributes] = {picture.attributes, " width=\"" + std::to_string(size->second.width) +
-                                                                 "\" height=\"" + std::to_string(size->second.height) +
-                                                                 "\""};
+        edits[charset.begin] = {charset, ""};
+    Edit& head = edits.try_emplace(page.head, Edit{{page.head, page.head}, ""}).first->second;
+    head.text = R"(<meta http-equiv="Content-Type" content="text/html; charset=windows-1252">)";
+    for (const Picture& picture : page.pictures) {
+        const std::size_t behind_name = picture.place.begin + std::string_view("<img").size();
+        const auto size = sizes.find(picture.file);
+        if (size == sizes.end())
+            edits[picture.place.begin] = {picture.place, ""};
+        else if (!picture.sized)
+            edits[behind_name] = {{behind_name, behind_name},
+                                  " width=\"" + std::to_string(size->second.width) + "\" height=\"" +
+                                      std::to_string(size->second.height) + "\""};
+    }
     std::string result;
     std::size_t at = 0;
     for (const auto& [begin, edit] : edits) {
         result += html.substr(at, begin - at);
-        result += edit.second;
-        at = edit.first;
+        result += edit.text;
+        at = edit.place.end;
     }
     result += html.substr(at);
     return with_references(result);

@@ -32,12 +32,12 @@ struct Place {
     std::size_t begin = 0, end = 0;
 };
 
-/// A picture in the page: where its size can be put, if the author gives none.
+/// A picture in the page.
 struct Picture {
     std::string file;
     int line = 0;
-    bool sized = false;
-    std::size_t attributes = 0;  // just behind "<img"
+    bool sized = false;  // by the author
+    Place place;
 };
 
 /// Size in which a picture is shown, in pixels of a common screen.
@@ -61,8 +61,8 @@ struct Page {
 /// from outside the help.
 Page read_page(std::string_view html, const std::string& file, Problems& problems);
 
-/// The page in Windows-1252, which it declares; other characters become numeric references, and pictures of `sizes`
-/// their width and height. `html` is what read_page found no fault with.
+/// The page in Windows-1252, which it declares; other characters become numeric references. Pictures get the width and
+/// height of `sizes`, those that are not among them are left out. `html` is what read_page found no fault with.
 std::string compiled_page(std::string_view html, const Page& page, const std::map<std::string, Size>& sizes);
 
 /// The text in Windows-1252, other characters as "&#number;".

@@ -192,7 +192,7 @@ void HelpReader::check_picture(const std::string& file, const Picture& picture) 
 void HelpReader::check_page(const std::string& name, const Page& page) {
     for (const Reference& link : page.links)
         check_link(name, page, link);
-    for (const Picture& picture : page.pictures)
+    for (const Picture& picture : sources_.pictures.empty() ? std::vector<Picture>() : page.pictures)
         check_picture(source_name(name + PAGE_SUFFIX), picture);
     for (const Reference& sheet : page.sheets)
         if (!help_.files.contains(sheet.target))
@@ -203,7 +203,8 @@ void HelpReader::check_page(const std::string& name, const Page& page) {
 Help HelpReader::read() {
     find_language();
     help_.contents = read_contents(read_file(sources_.folder / "contents.txt"), "contents.txt", problems_);
-    find_files(sources_.pictures, "pictures");
+    if (!sources_.pictures.empty())
+        find_files(sources_.pictures, "pictures");
     find_files(sources_.folder / "common", "common");
     find_files(sources_.folder / sources_.language, sources_.language);
     find_pages();
@@ -288,8 +289,8 @@ std::string project_file(const Help& help) {
     std::string text =
         "[OPTIONS]\r\nCompatibility=1.1 or later\r\nCompiled file=help.chm\r\n"
         "Contents file=help.hhc\r\nIndex file=help.hhk\r\nDefault topic=" +
-        std::string(FIRST_PAGE) + PAGE_SUFFIX + "\r\nTitle=" + with_references(help.pages.at(FIRST_PAGE).title) +
-        "\r\nLanguage=" + id + "\r\nFull-text search=Yes\r\nBinary TOC=No\r\nBinary Index=No\r\n\r\n[FILES]\r\n";
+        std::string(FIRST_PAGE) + PAGE_SUFFIX + "\r\nTitle=" + PROGRAM + "\r\nLanguage=" + id +
+        "\r\nFull-text search=Yes\r\nBinary TOC=No\r\nBinary Index=No\r\n\r\n[FILES]\r\n";
     for (const Entry& entry : help.contents)
         text += entry.page + PAGE_SUFFIX + "\r\n";
     for (const auto& [name, path] : help.files)

@@ -16,7 +16,7 @@ namespace tavo::help {
 struct Sources {
     std::filesystem::path folder;     // data/help: contents.txt, common/ and a folder for each language
     std::string language;             // name of its folder, and of its section of the language table
-    std::filesystem::path pictures;   // what the build draws: windows and formulas
+    std::filesystem::path pictures;   // what the build draws: windows and formulas; empty for a help without pictures
     std::filesystem::path languages;  // idioma.lng
 };
 

@@ -17,7 +17,9 @@ using namespace tavo;
 namespace fs = std::filesystem;
 
 constexpr const char* USAGE =
-    "help_sources write HELP LANGUAGE PICTURES IDIOMA_LNG PROJECT   checks the help of a language, writes the project\n"
+    "help_sources write HELP LANGUAGE PICTURES IDIOMA_LNG PROJECT   checks the help of a language, writes the "
+    "project;\n"
+    "                                                               PICTURES is \"\" for a help without pictures\n"
     "help_sources finish REPORT COMPILED FILE                       checks what the compiler said, completes its "
     "file\n";
 
