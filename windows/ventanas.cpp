@@ -7,6 +7,9 @@
 #include "windows/plots/frmdatos.h"
 #include "windows/plots/frmescala.h"
 #include "windows/plots/frmgraficos.h"
+#include "windows/reference/frmtabla.h"
+#include "windows/reference/frmtablaay.h"
+#include "windows/reference/frmtermometro.h"
 
 void register_windows(ApplicationState& estado, const Puertas& puertas) {
     const auto add = [&estado](const char* name, ApplicationState::Factory factory) {
@@ -20,4 +23,7 @@ void register_windows(ApplicationState& estado, const Puertas& puertas) {
     add("frmgraficos",
         [&estado, puertas] { return new frmgraficos(estado, puertas.mensajes, puertas.archivos, puertas.impresora); });
     add("frmoperaciones", [&estado, puertas] { return new frmoperaciones(estado, puertas.mensajes); });
+    add("frmtabla", [&estado, puertas] { return new frmtabla(estado, puertas.impresora); });
+    add("frmtablaay", [&estado, puertas] { return new frmtablaay(estado, puertas.impresora); });
+    add("frmtermometro", [&estado] { return new frmtermometro(estado); });
 }
