@@ -92,6 +92,10 @@ Rejilla::Rejilla(QAbstractItemModel* table, const QString& copy, QWidget* padre)
             fixed_->setColumnWidth(0, width);
         place_fixed_column();
     });
+    connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this](const QModelIndex& now) {
+        if (now.isValid())
+            emit row_entered(order_->mapToSource(now).row());
+    });
     connect(order_, &QAbstractItemModel::modelReset, this, [this] {
         name_width_.reset();
         spread();

@@ -35,6 +35,8 @@ public:
 signals:
     void copied(bool whole);
     void letters_typed(const QString& letters);
+    /// The current row is another one; its place in the stored order.
+    void row_entered(int row);
 
 protected:
     void resizeEvent(QResizeEvent* event) override;

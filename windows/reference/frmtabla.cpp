@@ -103,6 +103,8 @@ void frmtabla::Form_Load() {
     setWindowTitle(estado_.texto(35));
     table_->reload();
     show_table(table_, "gridcrit", true);
+    connect(grid(), &Rejilla::row_entered, this,
+            [this](int row) { estado_.tell_problem(static_cast<std::int16_t>(row + 1)); });
 }
 
 void frmtabla::gases_Change() {

@@ -20,6 +20,8 @@ protected:
     /// `searched`: with an entry that finds a row by its first cell while one types.
     void show_table(QAbstractItemModel* table, const char* name, bool searched);
 
+    Rejilla* grid() const { return grid_; }
+
     ApplicationState& estado_;
 
 private:
