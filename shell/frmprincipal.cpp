@@ -163,7 +163,8 @@ const QList<frmprincipal::Entrada>& frmprincipal::entradas() {
     return table;
 }
 
-frmprincipal::frmprincipal(ApplicationState& estado, Mensajes& mensajes, std::function<void()> ayuda)
+frmprincipal::frmprincipal(ApplicationState& estado, Mensajes& mensajes,
+                           std::function<void(const QString& ventana)> ayuda)
     : estado_(estado),
       mensajes_(mensajes),
       ayuda_(std::move(ayuda)),
@@ -504,7 +505,12 @@ void frmprincipal::mnutermosc_Click() {
 
 void frmprincipal::mnuayuda_Click() {
     if (ayuda_)
-        ayuda_();
+        ayuda_(ventana_activa());
+}
+
+QString frmprincipal::ventana_activa() const {
+    const QMdiSubWindow* front = area_->currentSubWindow();
+    return front && front->widget() ? front->widget()->objectName() : QString();
 }
 
 void frmprincipal::mnuacercade_Click() {

@@ -23,8 +23,9 @@ class frmprincipal final : public QMainWindow {
     Q_OBJECT
 public:
     /// Builds the window without captions; the language menu is filled by mostrar_idiomas, the rest by MDIForm_Load.
-    /// The windows are registered before. `ayuda` opens the help; without it the help entries are disabled.
-    frmprincipal(ApplicationState& estado, Mensajes& mensajes, std::function<void()> ayuda = {});
+    /// The windows are registered before. `ayuda` opens the help at the page of a window, given by its name, or at its
+    /// first page; without it the help entries are disabled.
+    frmprincipal(ApplicationState& estado, Mensajes& mensajes, std::function<void(const QString& ventana)> ayuda = {});
     ~frmprincipal() override;
 
     /// Language entries, a separator and the editor's entry, from the list of languages.
@@ -41,6 +42,8 @@ public:
     /// Writes a language as the one of the next start and says so; false when the file has no such language or could
     /// not be written.
     bool seleccionar_idioma(const QString& nombre);
+    /// Name of the child window in front; empty where there is none.
+    QString ventana_activa() const;
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -90,7 +93,7 @@ private:
 
     ApplicationState& estado_;
     Mensajes& mensajes_;
-    std::function<void()> ayuda_;
+    std::function<void(const QString& ventana)> ayuda_;
     QHash<QString, QAction*> acciones_;  // menu entries by name
     QActionGroup* unidades_;
     QMenu* mnuidioma;

@@ -5,10 +5,12 @@
 #include <QLocale>
 
 #include <exception>
+#include <utility>
 
 #include "core/confreg.h"
 
-Inicio::Inicio(ApplicationState& estado, Mensajes& mensajes) : estado_(estado), mensajes_(mensajes) {}
+Inicio::Inicio(ApplicationState& estado, Mensajes& mensajes, std::function<void(const QString& ventana)> ayuda)
+    : estado_(estado), mensajes_(mensajes), ayuda_(std::move(ayuda)) {}
 
 Inicio::~Inicio() = default;
 
@@ -21,7 +23,7 @@ void Inicio::empezar(bool splash) {
                                                   QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QApplication::installTranslator(&botones_);
 
-    principal_ = std::make_unique<frmprincipal>(estado_, mensajes_);
+    principal_ = std::make_unique<frmprincipal>(estado_, mensajes_, ayuda_);
     principal_->mostrar_idiomas();
     if (!splash) {
         mostrar_principal();

@@ -3,6 +3,7 @@
 
 #include <QTranslator>
 
+#include <functional>
 #include <memory>
 
 #include "shell/application_state.h"
@@ -13,7 +14,8 @@
 class Inicio final : public QObject {
     Q_OBJECT
 public:
-    Inicio(ApplicationState& estado, Mensajes& mensajes);
+    /// `ayuda` is the main window's.
+    Inicio(ApplicationState& estado, Mensajes& mensajes, std::function<void(const QString& ventana)> ayuda = {});
     ~Inicio() override;
 
     /// Completes what a stopped rewrite left, sets the decimal point, reads the languages, then shows the splash, which
@@ -30,6 +32,7 @@ private:
 
     ApplicationState& estado_;
     Mensajes& mensajes_;
+    std::function<void(const QString& ventana)> ayuda_;
     QTranslator botones_;  // Qt's own texts in the active language
     std::unique_ptr<frmSplash> splash_;
     std::unique_ptr<frmprincipal> principal_;

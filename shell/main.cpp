@@ -14,6 +14,7 @@
 #include "controls/iconos.h"
 #include "controls/impresora_qt.h"
 #include "core/program_folder.h"
+#include "shell/HTMLHelp.h"
 #include "shell/aplicacion.h"
 #include "shell/application_state.h"
 #include "shell/command_line.h"
@@ -109,7 +110,8 @@ int run(Aplicacion& application, const std::filesystem::path& folder, const Comm
                           [&estado](int number, const QString& literal) { return estado.texto(number, literal); });
     ExteriorQt exterior;
     register_windows(estado, {mensajes, archivos, impresora, exterior});
-    Inicio inicio(estado, mensajes);
+    HTMLHelp ayuda(estado, mensajes, impresora, exterior);
+    Inicio inicio(estado, mensajes, [&ayuda](const QString& ventana) { ayuda.mostrar(ventana); });
     QObject::connect(&inicio, &Inicio::fallido, &application, [&](const std::exception_ptr& error) {
         try {
             std::rethrow_exception(error);
