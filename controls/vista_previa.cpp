@@ -87,6 +87,7 @@ VistaPrevia::VistaPrevia(Documento documento, Ayudantes ayudantes, QWidget* padr
     connect(vista, &QPrintPreviewWidget::paintRequested, this, [this](QPrinter* paper) { documento_.pintar(*paper); });
     connect(vista, &QPrintPreviewWidget::previewChanged, this, &VistaPrevia::vista_Change);
     vista->fitInView();
+    resize(VistaPrevia::sizeHint());  // a dialog by itself takes two thirds of the screen at most
     fondo();
     vista->setFocus();
 }

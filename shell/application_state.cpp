@@ -223,6 +223,13 @@ bool ApplicationState::has_window(const QString& name) const {
     return impl_->factories.contains(name);
 }
 
+QStringList ApplicationState::window_names() const {
+    QStringList names;
+    for (const auto& [name, factory] : impl_->factories)
+        names << name;
+    return names;
+}
+
 QWidget* ApplicationState::window(const QString& name) {
     if (QWidget* existing = open_window(name))
         return existing;

@@ -2,10 +2,12 @@
 // as PDF, to be looked at.
 
 #include <QLabel>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QSpinBox>
 #include <QTest>
+#include <QTimer>
 
 #include "controls/vista_previa.h"
 #include "shell/imprimir.h"
@@ -24,6 +26,7 @@ private slots:
     void plot_on_a_page();
     void preview_is_driven_by_keys();
     void pdf_is_whole_or_not_there();
+    void long_job_can_be_stopped();
     void no_printer_offers_a_pdf();
     void printer_gets_the_chosen_pages();
 };
@@ -80,14 +83,10 @@ void leave(const Documento& document, const char* name) {
     if (!qEnvironmentVariableIsSet("TAVO_PDF"))
         return;
     Papel paper(document.apaisado ? QPageLayout::Landscape : QPageLayout::Portrait);
+    paper.setOutputFormat(QPrinter::PdfFormat);
     paper.setOutputFileName(qEnvironmentVariable("TAVO_PDF") + QLatin1Char('/') + QLatin1String(name) +
                             QStringLiteral(".pdf"));
     document.pintar(paper);
-}
-
-Documento print(const Documento& document, ImpresoraPrueba& printer) {
-    printer.imprimir(nullptr, document);
-    return document;
 }
 
 }  // namespace
@@ -98,8 +97,8 @@ void tst_imprimir::text_in_pages() {
     for (const bool wide : {false, true}) {
         ImpresoraPrueba printer;
         const Documento document =
-            print(imprimir::documento(banco.estado, QStringLiteral("Tabla"), lines, wide, {QStringLiteral("cabecera")}),
-                  printer);
+            imprimir::documento(banco.estado, QStringLiteral("Tabla"), lines, wide, {QStringLiteral("cabecera")});
+        printer.imprimir(nullptr, document);
         leave(document, wide ? "tabla_apaisada" : "tabla");
         const QRectF inside = wide ? QRectF(20, 20, 257, 170) : QRectF(20, 20, 170, 257);
         const auto& pages = printer.impresos.front().paginas;
@@ -153,6 +152,7 @@ void tst_imprimir::plot_on_a_page() {
     ventanas.control<QToolButton>(plot, "btimprimir")->click();
     QCOMPARE(ventanas.impresora.impresos.size(), 2u);
     const auto& printed = ventanas.impresora.impresos.front();
+    leave(printed.documento, "grafico");
     QVERIFY(printed.apaisado);
     QCOMPARE(printed.paginas.size(), 1u);
     const PaginaImpresa& page = printed.paginas.front();
@@ -232,6 +232,31 @@ void tst_imprimir::pdf_is_whole_or_not_there() {
     QVERIFY(banco.mensajes.vistos.front().texto.contains(banco.archivos.respuesta));
     QCOMPARE(QDir(banco.carpeta.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
              QStringList{QStringLiteral("x.pdf")});
+}
+
+void tst_imprimir::long_job_can_be_stopped() {
+    Banco banco;
+    int drawn = 0;
+    bool slow = false;
+    const auto endless = [&](QPrinter& printer) {
+        QPainter painter(&printer);
+        for (drawn = 1; drawn < (slow ? 1000 : 3) && printer.newPage(); ++drawn)
+            QTest::qSleep(slow ? 20 : 0);
+    };
+    VistaPrevia window({QStringLiteral("Largo"), endless}, banco.ayudantes());
+    window.show();
+    slow = true;
+    banco.archivos.respuesta = banco.carpeta.filePath(QStringLiteral("x.pdf"));
+    QTimer finger;
+    connect(&finger, &QTimer::timeout, &window, [&window] {
+        if (auto* progress = window.findChild<QProgressDialog*>(); progress && progress->isVisible())
+            progress->findChild<QPushButton*>()->click();
+    });
+    finger.start(5);
+    window.findChild<QToolButton*>(QStringLiteral("btpdf"))->click();
+    QVERIFY(drawn < 1000);
+    QVERIFY(!QFile::exists(banco.archivos.respuesta));
+    QVERIFY(window.findChild<QLabel*>(QStringLiteral("lbestado"))->toolTip().contains(QStringLiteral("Cancelado")));
 }
 
 void tst_imprimir::no_printer_offers_a_pdf() {

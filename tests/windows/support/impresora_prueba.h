@@ -106,12 +106,13 @@ public:
         QString titulo;
         bool apaisado;
         std::vector<PaginaImpresa> paginas;
+        Documento documento;
     };
     std::vector<Impreso> impresos;
 
     void imprimir(QWidget*, const Documento& documento) override {
         PapelPrueba paper(documento.apaisado);
         documento.pintar(paper);
-        impresos.push_back({documento.titulo, documento.apaisado, std::move(paper.paginas)});
+        impresos.push_back({documento.titulo, documento.apaisado, std::move(paper.paginas), documento});
     }
 };
