@@ -3,6 +3,8 @@
 
 #include <QString>
 
+#include <optional>
+
 /// Button that ended a box.
 enum class Respuesta { Aceptar, Si, No, Cancelar };
 
@@ -17,4 +19,10 @@ public:
     virtual ~Mensajes() = default;
     /// An empty title shows the program's name.
     virtual Respuesta mostrar(const QString& texto, int estilo, const QString& titulo) = 0;
+    /// The input box: asks for a line of text and proposes one. Empty when the user gave up, and where nobody answers.
+    virtual std::optional<QString> pedir(const QString& texto, const QString& titulo, const QString& propuesta);
 };
+
+inline std::optional<QString> Mensajes::pedir(const QString&, const QString&, const QString&) {
+    return std::nullopt;
+}
