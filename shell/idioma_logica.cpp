@@ -197,8 +197,7 @@ void Tabla::number_rows(const std::vector<std::vector<Fila>>& keys) {
         const int number = row.malformed ? -1 : number_of(row.key);
         return number < 0 ? std::numeric_limits<int>::max() : number;
     };
-    std::stable_sort(foreign.begin(), foreign.end(),
-                     [&](const Fila& a, const Fila& b) { return order(a) < order(b); });
+    std::stable_sort(foreign.begin(), foreign.end(), [&](const Fila& a, const Fila& b) { return order(a) < order(b); });
     std::vector<int> least_after(own.size());  // smallest number of the source from a row on
     int least = std::numeric_limits<int>::max();
     for (std::size_t i = own.size(); i-- > 0;)
@@ -295,10 +294,11 @@ std::vector<Cell> Tabla::turn(std::vector<Step>& from, std::vector<Step>& to) {
 
 void Tabla::add_language(std::string_view name) {
     Column column{std::string(trimmed(name)), std::vector<std::string>(rows())};
-    if (source_ < columns())
-        column.texts = columns_[source_].texts;
-    for (std::size_t i = 0; i < rows(); ++i)
+    for (std::size_t i = 0; i < rows(); ++i) {
+        if (!rows_[i].repeated && !rows_[i].malformed)
+            column.texts[i] = columns_[source_].texts[i];
         known_[i] += !column.texts[i].empty();
+    }
     columns_.push_back(std::move(column));
     states_.emplace_back();
     pending_ = true;

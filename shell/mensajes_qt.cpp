@@ -1,6 +1,8 @@
 #include "shell/mensajes_qt.h"
 
 #include <QApplication>
+#include <QInputDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 
 #include "core/errors.h"
@@ -88,6 +90,13 @@ Respuesta MensajesQt::mostrar(const QString& texto, int estilo, const QString& t
         box.setEscapeButton(QMessageBox::No);
     }
     return answer_of(box.exec(), estilo);
+}
+
+std::optional<QString> MensajesQt::pedir(const QString& texto, const QString& titulo, const QString& propuesta) {
+    bool accepted = false;
+    const QString answer =
+        QInputDialog::getText(QApplication::activeWindow(), titulo, texto, QLineEdit::Normal, propuesta, &accepted);
+    return accepted ? std::optional(answer) : std::nullopt;
 }
 
 QString mensaje_de_error(const std::exception& error, const ApplicationState& estado) {

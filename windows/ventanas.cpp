@@ -1,5 +1,6 @@
 #include "windows/ventanas.h"
 
+#include "shell/frmIdioma.h"
 #include "windows/calc/frmcalculos.h"
 #include "windows/gasedit/frmcompuestos.h"
 #include "windows/gasedit/frmgases.h"
@@ -15,6 +16,7 @@ void register_windows(ApplicationState& estado, const Puertas& puertas) {
     const auto add = [&estado](const char* name, ApplicationState::Factory factory) {
         estado.register_window(QLatin1String(name), std::move(factory));
     };
+    add("frmIdioma", [&estado, puertas] { return new frmIdioma(estado, puertas.mensajes, puertas.impresora); });
     add("frmcalculos", [&estado, puertas] { return new frmcalculos(estado, puertas.mensajes); });
     add("frmcompuestos", [&estado, puertas] { return new frmcompuestos(estado, puertas.mensajes); });
     add("frmdatos", [&estado, puertas] { return new frmdatos(estado, puertas.mensajes); });

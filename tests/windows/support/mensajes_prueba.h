@@ -18,6 +18,8 @@ class MensajesPrueba final : public Mensajes {
 public:
     std::vector<Caja> vistos;
     std::deque<Respuesta> respuestas;
+    QStringList nombres;     // answers to the input box; a null one gives up
+    QStringList propuestas;  // what the input box proposed
 
     Respuesta mostrar(const QString& texto, int estilo, const QString& titulo) override {
         vistos.push_back({texto, estilo, titulo});
@@ -30,5 +32,11 @@ public:
         }
         QTest::qFail(qPrintable(QStringLiteral("unexpected question: ") + texto), __FILE__, __LINE__);
         return Respuesta::Cancelar;  // a failure, not a hang
+    }
+
+    std::optional<QString> pedir(const QString&, const QString&, const QString& propuesta) override {
+        propuestas << propuesta;
+        const QString name = nombres.isEmpty() ? QString() : nombres.takeFirst();
+        return name.isNull() ? std::nullopt : std::optional(name);
     }
 };
