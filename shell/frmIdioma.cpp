@@ -128,7 +128,7 @@ QWidget* frmIdioma::crear_rejilla() {
     txtidioma->setObjectName(QStringLiteral("txtidioma"));
     txtidioma->setAccessibleName(estado_.texto(28));
     txtidioma->setToolTip(texto_(
-        805, QStringLiteral("Entrar pasa al texto de abajo, Tab al de la derecha; Escape deja el texto como estaba")));
+        805, QStringLiteral("Intro pasa al texto de abajo, Tab al de la derecha; Esc deja el texto como estaba")));
     txtidioma->setMaxLength(std::numeric_limits<int>::max());
     txtidioma->installEventFilter(this);
     txtidioma->hide();
