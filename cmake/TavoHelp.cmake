@@ -14,25 +14,31 @@ if(NOT EXISTS ${help_folder}/contents.txt)
 endif()
 file(GLOB help_common CONFIGURE_DEPENDS ${help_folder}/common/*)
 
+# tavo_compile_help(LANGUAGE PICTURES PROJECT FILE depends...): FILE from the pages of the language in the folder PROJECT.
+function(tavo_compile_help language pictures project file)
+    add_custom_command(OUTPUT ${file}
+        COMMAND help_sources write ${help_folder} ${language} "${pictures}" ${CMAKE_SOURCE_DIR}/data/idioma.lng ${project}
+        COMMAND ${CMAKE_COMMAND} -DCHMCMD=${TAVO_CHMCMD} -DPROJECT=${project} -P
+                ${CMAKE_SOURCE_DIR}/cmake/compile_help.cmake
+        COMMAND help_sources finish ${project}/report ${project}/help.chm ${file}
+        DEPENDS help_sources ${CMAKE_SOURCE_DIR}/cmake/compile_help.cmake ${CMAKE_SOURCE_DIR}/data/idioma.lng ${ARGN}
+        COMMENT "Compiling ${file}" VERBATIM)
+endfunction()
+
 set(help_files)
 foreach(language IN LISTS help_languages)
     file(GLOB pages CONFIGURE_DEPENDS ${help_folder}/${language}/*)
+    list(APPEND pages ${help_folder}/contents.txt ${help_common})
     set(work ${CMAKE_BINARY_DIR}/help/${language})
     set(compiled ${CMAKE_BINARY_DIR}/data/${language}.chm)
-    # Its list of pictures changes only with them: a new program that looks as before leaves the help as it is.
+    # The viewer shows the help, and the help shows the viewer: that one is drawn with a help without pictures.
+    tavo_compile_help(${language} "" ${work}/text ${work}/text.chm ${pages})
+    # The list of pictures changes only with them: a new program that looks as before leaves the help as it is.
     add_custom_command(OUTPUT ${work}/pictures/list
-        COMMAND help_pictures ${CMAKE_SOURCE_DIR}/data ${language} ${work}/pictures
-        DEPENDS help_pictures ${CMAKE_SOURCE_DIR}/data/data ${CMAKE_SOURCE_DIR}/data/idioma.lng
+        COMMAND help_pictures ${CMAKE_SOURCE_DIR}/data ${language} ${work}/text.chm ${work}/pictures
+        DEPENDS help_pictures ${CMAKE_SOURCE_DIR}/data/data ${CMAKE_SOURCE_DIR}/data/idioma.lng ${work}/text.chm
         COMMENT "Drawing the help's pictures in ${language}" VERBATIM)
-    add_custom_command(OUTPUT ${compiled}
-        COMMAND help_sources write ${help_folder} ${language} ${work}/pictures ${CMAKE_SOURCE_DIR}/data/idioma.lng
-                ${work}/project
-        COMMAND ${CMAKE_COMMAND} -DCHMCMD=${TAVO_CHMCMD} -DPROJECT=${work}/project -P
-                ${CMAKE_SOURCE_DIR}/cmake/compile_help.cmake
-        COMMAND help_sources finish ${work}/project/report ${work}/project/help.chm ${compiled}
-        DEPENDS help_sources ${CMAKE_SOURCE_DIR}/cmake/compile_help.cmake ${CMAKE_SOURCE_DIR}/data/idioma.lng
-                ${help_folder}/contents.txt ${help_common} ${pages} ${work}/pictures/list
-        COMMENT "Compiling the help in ${language}" VERBATIM)
+    tavo_compile_help(${language} ${work}/pictures ${work}/project ${compiled} ${pages} ${work}/pictures/list)
     list(APPEND help_files ${compiled})
 endforeach()
 add_custom_target(help_files ALL DEPENDS ${help_files})

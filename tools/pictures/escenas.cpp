@@ -15,7 +15,7 @@ namespace {
 
 constexpr int PENG_ROBINSON = 8;
 constexpr QSize MAIN_WINDOW(900, 600), ROOM(1500, 1100);  // its own picture; with room for every other window
-constexpr QSize PLOT(720, 540), LABORATORY(900, 660);
+constexpr QSize PLOT(720, 540), LABORATORY(900, 660), VIEWER(800, 560);
 
 template <class Control>
 Control* control(const QWidget* window, const QString& name) {
@@ -87,8 +87,13 @@ void Escenas::retratar() {
     tomar_ventana("frmcalculos", [this](QWidget* w) { calculos(w); });
     tomar_ventana("frmoperaciones", [this](QWidget* w) { laboratorio(w); });
     tomar_ventana("frmgases", [this](QWidget* w) { gases(w); });
-    for (const char* name : {"frmtabla", "frmtablaay", "frmtermometro", "frmIdioma", "frmayuda", "frmAbout"})
+    for (const char* name : {"frmtabla", "frmtablaay", "frmtermometro", "frmIdioma", "frmAbout"})
         tomar_ventana(name);
+}
+
+void Escenas::retratar_ayuda(QWidget* visor) {
+    visor->resize(VIEWER);
+    tomar_(QStringLiteral("frmayuda"), picture_of(visor));
 }
 
 /// The window with its frame, or a dialog; nothing for a window that the program has not.

@@ -18,6 +18,8 @@ public:
 
     /// All windows that the program has, under their names. Throws std::runtime_error where a control is missing.
     void retratar();
+    /// The help's own viewer.
+    void retratar_ayuda(QWidget* visor);
 
 private:
     void condiciones(QWidget* ventana);

@@ -1,6 +1,7 @@
-// help_pictures DATA LANGUAGE FOLDER: draws the pictures of the help in a language, without a display.
-// DATA holds gas database and language table. Pictures of FOLDER that are not drawn any more go; files that would be
-// the same stay as they are, and so does "list", which names the pictures and what is in them.
+// help_pictures DATA LANGUAGE HELP FOLDER: draws the pictures of the help in a language, without a display.
+// DATA holds gas database and language table; HELP is the compiled help as it is without them, for its own viewer.
+// Pictures of FOLDER that are not drawn any more go; files that would be the same stay as they are, and so does "list",
+// which names the pictures and what is in them.
 
 #include <QApplication>
 #include <QCryptographicHash>
@@ -25,7 +26,9 @@
 #include "controls/impresora.h"
 #include "core/confreg.h"
 #include "core/models.h"
+#include "shell/HTMLHelp.h"
 #include "shell/application_state.h"
+#include "shell/frmayuda.h"
 #include "shell/inicio.h"
 #include "shell/paletas.h"
 #include "tools/pictures/escenas.h"
@@ -136,33 +139,39 @@ void set_look() {
 }
 
 /// A program folder in which the language is the active one.
-void fill_home(const QTemporaryDir& home, const QString& data, const QString& language) {
-    for (const char* name : {"data", "idioma.lng"}) {
-        const QString copy = home.filePath(QLatin1String(name));
-        if (!QFile::copy(QDir(data).filePath(QLatin1String(name)), copy))
-            fail(copy + " cannot be written");
-        QFile::setPermissions(copy, QFile::ReadOwner | QFile::WriteOwner);
-    }
+void fill_home(const QTemporaryDir& home, const QString& data, const QString& language, const QString& help) {
+    const auto copy = [&home](const QString& from, const QString& name) {
+        const QString to = home.filePath(name);
+        if (!QFile::copy(from, to))
+            fail(from + " cannot be copied to " + to);
+        QFile::setPermissions(to, QFile::ReadOwner | QFile::WriteOwner);
+    };
+    for (const char* name : {"data", "idioma.lng"})
+        copy(QDir(data).filePath(QLatin1String(name)), QLatin1String(name));
+    copy(help, language + ".chm");
     const fs::path folder = home.path().toStdString();
     tavo::confreg::escribirclave(folder / "idioma.lng", "idioma", "idioma", language.toStdString(), {folder});
 }
 
-void draw_windows(const QString& data, const QString& language, Carpeta& pictures) {
+void draw_windows(const QString& data, const QString& language, const QString& help, Carpeta& pictures) {
     const QTemporaryDir home;
-    fill_home(home, data, language);
+    fill_home(home, data, language, help);
     ApplicationState estado(home.path().toStdString());
     SinMensajes mensajes;
     SinArchivos archivos;
     SinImpresora impresora;
     SinExterior exterior;
     register_windows(estado, {mensajes, archivos, impresora, exterior});
-    Inicio inicio(estado, mensajes);
+    HTMLHelp ayuda(estado, mensajes, impresora, exterior, {});
+    Inicio inicio(estado, mensajes, [](const QString&) {});
     inicio.empezar(false);
     if (estado.language() != language)
         fail(QStringLiteral("idioma.lng has no language \"%1\"").arg(language));
-    Escenas(estado, *inicio.principal(), [&](const QString& name, const QImage& picture) {
-        pictures.save(name, picture);
-    }).retratar();
+    Escenas escenas(estado, *inicio.principal(),
+                    [&](const QString& name, const QImage& picture) { pictures.save(name, picture); });
+    escenas.retratar();
+    ayuda.mostrar(QStringLiteral("maxwell"));
+    escenas.retratar_ayuda(ayuda.visor());
 }
 
 /// The equations in black on white, in the size of the pages' text.
@@ -202,12 +211,12 @@ int main(int argc, char** argv) {
         QApplication application(argc, argv);
         std::setlocale(LC_NUMERIC, "C");
         const QStringList words = QCoreApplication::arguments();
-        if (words.size() != 4)
-            fail(QStringLiteral("help_pictures DATA LANGUAGE FOLDER"));
+        if (words.size() != 5)
+            fail(QStringLiteral("help_pictures DATA LANGUAGE HELP FOLDER"));
         set_look();
-        Carpeta pictures(words[3]);
+        Carpeta pictures(words[4]);
         draw_formulas(pictures);
-        draw_windows(words[1], words[2], pictures);
+        draw_windows(words[1], words[2], words[3], pictures);
         pictures.finish();
         return 0;
     } catch (const std::exception& error) {
