@@ -32,7 +32,7 @@ protected:
     }
 
 private:
-    QCollator collator_;
+    QCollator collator_{QLocale(QLocale::Spanish)};  // whatever the user's locale is
 };
 
 namespace {

@@ -15,6 +15,7 @@
 #include "core/numtext.h"
 #include "shell/frmprincipal.h"
 #include "tests/windows/support/hogar_temporal.h"
+#include "tests/windows/support/impresora_prueba.h"
 #include "tests/windows/support/mensajes_prueba.h"
 #include "windows/calc/frmcalculos.h"
 #include "windows/gasedit/editor_logica.h"
@@ -22,6 +23,7 @@
 #include "windows/gasedit/frmgases.h"
 #include "windows/lab/frmoperaciones.h"
 #include "windows/plots/frmdatos.h"
+#include "windows/reference/frmtabla.h"
 
 namespace {
 
@@ -54,6 +56,7 @@ const std::vector<Window>& windows() {
         control<QComboBox>(window, "cmbecu")->setCurrentIndex(8);
         return control<QLineEdit>(window, "txtpress")->text();
     };
+    static ImpresoraPrueba printer;
     static const std::vector<Window> all{
         {"frmgases", [](auto& estado, auto& mensajes) { return new frmgases(estado, mensajes); }, choose,
          [](QWidget* window, ApplicationState&) {
@@ -80,6 +83,21 @@ const std::vector<Window>& windows() {
              control<QComboBox>(window, "cmbecu")->setCurrentIndex(8);
              return control<QTableView>(window, "grid")->model()->index(GOOD_GAS - 1, 1).data().toString() +
                     control<QLabel>(window, "lbgas")->text();
+         }},
+        {"frmtabla", [](auto& estado, auto&) { return new frmtabla(estado, printer); },
+         [](QWidget* window, int gas) {
+             auto* grid = control<QTableView>(window, "gridcrit");
+             grid->setCurrentIndex(grid->model()->index(gas - 1, 0));
+         },
+         [](QWidget* window, ApplicationState&) {
+             QStringList cells;
+             for (int column = 0; column < 8; ++column)
+                 cells << control<QTableView>(window, "gridcrit")
+                              ->currentIndex()
+                              .siblingAtColumn(column)
+                              .data()
+                              .toString();
+             return cells.join(u'|');
          }},
     };
     return all;
