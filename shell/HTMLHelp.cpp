@@ -75,7 +75,8 @@ void HTMLHelp::mostrar(const QString& ventana) {
     const std::filesystem::path path = estado_.help_path().toStdString();
     if (!leer(path))
         return;
-    const auto own = ventana.isEmpty() ? std::nullopt : libro_->find("/" + ventana.toStdString() + ".html");
+    const auto own =
+        ventana.isEmpty() ? std::nullopt : libro_->find(QStringLiteral("/%1.html").arg(ventana).toStdString());
     const QString page = QString::fromStdString(own.value_or(libro_->default_page()));
     if (!en_el_sistema(page))
         en_el_propio(page);
