@@ -10,11 +10,14 @@
 
 #include "controls/tintas.h"
 #include "core/text_rules.h"
+#include "shell/ayuda/texto_plegado.h"
 
 using idioma::Cell;
 using idioma::Faults;
 
 namespace {
+
+constexpr QChar BETWEEN_TEXTS(0x1F);  // no search goes across
 
 QString text_of(const std::string& text) {
     return QString::fromStdString(text);
@@ -44,15 +47,6 @@ QString list_of_arguments(const std::string& text) {
 
 }  // namespace
 
-QString folded(const QString& text) {
-    QString plain;
-    for (const QChar c : text.normalized(QString::NormalizationForm_KD)) {
-        if (!c.isMark())
-            plain.append(c);
-    }
-    return plain.toCaseFolded();
-}
-
 ModeloIdiomas::ModeloIdiomas(idioma::Tabla& tabla, Texto texto, QObject* padre)
     : QAbstractTableModel(padre),
       tabla_(tabla),
@@ -65,7 +59,7 @@ ModeloIdiomas::ModeloIdiomas(idioma::Tabla& tabla, Texto texto, QObject* padre)
 // ---- Rows
 
 void ModeloIdiomas::filter(const QString& needle, Muestra muestra) {
-    const QString wanted = folded(needle.trimmed());
+    const QString wanted = plegado(needle.trimmed());
     const Faults kind = kind_of(muestra);
     beginResetModel();
     rows_.clear();
@@ -89,8 +83,8 @@ const QString& ModeloIdiomas::searchable(std::size_t row) {
     if (known.isNull()) {
         QString all = text_of(tabla_.row(row).key);
         for (std::size_t column = 0; column < tabla_.columns(); ++column)
-            all += u'\n' + text_of(tabla_.text({row, column})).remove(u'&');
-        known = folded(all);
+            all += BETWEEN_TEXTS + text_of(tabla_.text({row, column})).remove(u'&');
+        known = plegado(all);
     }
     return known;
 }

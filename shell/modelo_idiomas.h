@@ -57,6 +57,3 @@ private:
     std::vector<std::size_t> rows_;    // of the table, ascending
     std::vector<QString> searchable_;  // number and texts of a row, folded; null: not known yet
 };
-
-/// Without accents and case.
-QString folded(const QString& text);
