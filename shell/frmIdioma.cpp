@@ -43,6 +43,12 @@ QString meaning_of(int number) {
     return QString::fromUtf8(found->meaning.data(), static_cast<qsizetype>(found->meaning.size()));
 }
 
+/// A name inside a sentence, which goes on in its own direction behind a name written from the right.
+QString isolated(const QString& name) {
+    const QChar first_strong_isolate(0x2068), pop_isolate(0x2069);
+    return name.isRightToLeft() ? first_strong_isolate + name + pop_isolate : name;
+}
+
 bool is_line_break(QChar c) {
     return c == u'\n' || c == u'\r' || c == QChar::LineSeparator || c == QChar::ParagraphSeparator;
 }
@@ -143,6 +149,7 @@ QBoxLayout* frmIdioma::crear_progreso() {
     for (QLabel* label : {lbprogreso, lbfallos}) {
         label->setTextFormat(Qt::PlainText);
         label->setWordWrap(true);
+        label->setMinimumHeight(2 * label->fontMetrics().lineSpacing());  // nothing moves with the language
     }
     barra = new QProgressBar(this);
     barra->setObjectName(QStringLiteral("barra"));
@@ -578,16 +585,17 @@ void frmIdioma::mostrar() {
 
     const idioma::Progress progress = tabla_.progress(cell.column);
     const auto number = [](std::size_t count) { return QString::number(count); };
-    const QString name = text_of(tabla_.name(cell.column));
+    const QString name = isolated(text_of(tabla_.name(cell.column)));
     const bool is_source = cell.column == tabla_.source();
     lbprogreso->setText(is_source ? name
                                   : texto_(791, QStringLiteral("%1: %2 de %3 textos son distintos de los de %4"))
                                         .arg(name, number(progress.translated), number(progress.total),
-                                             text_of(tabla_.name(tabla_.source()))));
+                                             isolated(text_of(tabla_.name(tabla_.source())))));
     lbfallos->setText(texto_(792, QStringLiteral("Faltan: %1. Letras repetidas: %2. Valores distintos: %3."))
                           .arg(number(progress.missing), number(progress.letters), number(progress.values)));
     barra->setRange(0, std::max(1, static_cast<int>(progress.total)));
     barra->setValue(static_cast<int>(progress.translated));
+    barra->update();  // it takes a step of less than 1 % for nothing to paint
     barra->setVisible(!is_source);
     barra->setAccessibleName(lbprogreso->text());
 }

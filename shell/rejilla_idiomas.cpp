@@ -16,7 +16,7 @@ namespace {
 constexpr int FEW_LANGUAGES = 4;                        // share the width; more are scrolled
 constexpr int NARROWEST = 14, USUAL = 26, NUMBERS = 5;  // characters
 constexpr int PADDING = 12;
-constexpr int ROWS_SHOWN = 16, FEWEST_ROWS = 5;
+constexpr int ROWS_SHOWN = 16, FEWEST_ROWS = 3;
 constexpr double TINT = 0.14;
 const QString SIGN = QStringLiteral("\u26A0 ");
 
