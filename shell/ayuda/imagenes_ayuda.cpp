@@ -106,5 +106,7 @@ QImage imagen_de(const QByteArray& bytes) {
     constexpr std::array allowed{"png", "jpeg", "gif", "bmp"};
     if (std::ranges::none_of(allowed, [&](const char* name) { return format == name; }))
         return {};
-    return QImageReader(&buffer, format).read();
+    QImage image = QImageReader(&buffer, format).read();
+    // A picture of few colours would keep to them, or to worse ones, when it is made smaller.
+    return image.isNull() ? image : std::move(image).convertToFormat(QImage::Format_ARGB32_Premultiplied);
 }
