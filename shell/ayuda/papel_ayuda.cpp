@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <QPrinter>
 
+#include <algorithm>
 #include <memory>
 
 #include "shell/ayuda/pagina_ayuda.h"
@@ -38,10 +39,11 @@ Documento documento_de_pagina(PaginaAyuda& pagina, const QString& titulo, const 
         const QSizeF room = paper - QSizeF(0, FOOTER_ROOM * line);
         const QRectF bottom(0, paper.height() - line, paper.width(), line);
         const std::unique_ptr<QTextDocument> text = pagina.copia_para(&printer, room);
-        const int sheets = text->pageCount();
-        for (int sheet = 0; sheet < sheets; ++sheet) {
-            if (sheet > 0)
-                printer.newPage();
+        const int first = std::max(printer.fromPage(), 1) - 1;
+        const int end = printer.toPage() > 0 ? std::min(printer.toPage(), text->pageCount()) : text->pageCount();
+        for (int sheet = first; sheet < end; ++sheet) {
+            if (sheet > first && !printer.newPage())
+                return;
             draw_sheet(painter, *text, sheet, room);
             painter.drawText(bottom, Qt::AlignLeft, titulo);
             painter.drawText(bottom, Qt::AlignRight, QStringLiteral("%1 %2").arg(footer).arg(sheet + 1));
