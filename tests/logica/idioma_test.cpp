@@ -65,11 +65,11 @@ TEST(Idioma, LosesNothingOfAnOddFileAndReadsItsOwnFileBack) {
     };
     const std::vector<Case> cases{
         {"numbers of some languages only, unsorted source",
-         lines({"[idioma]", "idioma=B", "[A]", "2=a2", "3=a3", "9=a9", "[B]", "1=b1", "5=b5", "4=b4"}),
+         lines({"[idioma]", "idioma=B", "[A]", "2=a2", "3=a3", "5=a5", "[B]", "1=b1", "9=b9", "4=b4"}),
          "b",
-         {"1=;2=a2;3=a3;5=;4=;9=a9;", "1=b1;2=;3=;5=b5;4=b4;9=;"},
-         lines({"", "[A]", "1=", "2=a2", "3=a3", "5=", "4=", "9=a9", "", "[B]", "1=b1", "2=", "3=", "5=b5", "4=b4",
-                "9=", ""})},
+         {"1=;2=a2;3=a3;9=;4=;5=a5;", "1=b1;2=;3=;9=b9;4=b4;5=;"},
+         lines({"", "[A]", "1=", "2=a2", "3=a3", "9=", "4=", "5=a5", "", "[B]", "1=b1", "2=", "3=", "9=b9", "4=b4",
+                "5=", ""})},
         {"repeated keys, keys that are no number, text outside the form",
          lines({"[idioma]", "idioma=B", "[B]", "1=x", "1=y", "k =z=z ", "loose", "  ", "[A]", "1=q", "=e"}),
          "B",
@@ -120,6 +120,11 @@ TEST(Idioma, MarksWhatIsMissingClashesOrTakesOtherValues) {
     EXPECT_EQ(faults(9, 1), 0);
     table.set_text({row_of(table, 99), 0}, "%1 %1");
     EXPECT_EQ(faults(99, 1), 0);
+    table.set_text({row_of(table, 61), 0}, "");
+    table.set_text({row_of(table, 61), 2}, "");
+    EXPECT_EQ(faults(61, 1), 0);  // nobody has it
+    table.set_text({row_of(table, 61), 2}, "v");
+    EXPECT_EQ(faults(61, 1), MISSING);
     // Letters of any script, in either case.
     table.set_text({row_of(table, 9), 1}, "&Ñu");
     table.set_text({row_of(table, 10), 1}, "fi&ñ");
