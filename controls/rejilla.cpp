@@ -97,7 +97,7 @@ Rejilla::Rejilla(QAbstractItemModel* table, const QString& copy, QWidget* padre)
             emit row_entered(order_->mapToSource(now).row());
     });
     connect(order_, &QAbstractItemModel::modelReset, this, [this] {
-        name_width_.reset();
+        needs_.clear();
         spread();
     });
     fit_rows();
@@ -151,7 +151,7 @@ void Rejilla::fit_rows() {
 }
 
 /// Where all rows cannot be measured, the longest texts are the widest ones but for little.
-int Rejilla::needed(int column) const {
+int Rejilla::measured(int column) const {
     const auto width = [this](const QString& text) { return fontMetrics().horizontalAdvance(text); };
     const auto text = [this, column](int row) { return order_->index(row, column).data().toString(); };
     int widest = horizontalHeader()->sectionSizeHint(column) - PADDING;
@@ -171,6 +171,12 @@ int Rejilla::needed(int column) const {
     return widest + PADDING;
 }
 
+const std::vector<int>& Rejilla::needs() const {
+    for (int column = static_cast<int>(needs_.size()); column < order_->columnCount(); ++column)
+        needs_.push_back(measured(column));
+    return needs_;
+}
+
 /// Equal shares of the room; a column that needs more than its share gets that, and the others share the rest.
 void Rejilla::spread() {
     const int columns = order_->columnCount();
@@ -178,19 +184,16 @@ void Rejilla::spread() {
         return;
     const QScopedValueRollback spreading(spreading_, true);
     const int room = viewport()->width();
-    if (!name_width_)
-        name_width_ = needed(0);
-    std::vector<int> widths(static_cast<std::size_t>(columns), 0), needs;
-    for (int column = 0; column < columns; ++column)
-        needs.push_back(column > 0 ? needed(column) : std::min(*name_width_, static_cast<int>(WIDEST_NAME * room)));
+    std::vector<int> widths(static_cast<std::size_t>(columns), 0), wanted = needs();
+    wanted.front() = std::min(wanted.front(), static_cast<int>(WIDEST_NAME * room));
     int rest = room, sharers = columns;
     for (bool settled = false; !settled && sharers > 0;) {
         settled = true;
         const int share = rest / sharers;
         for (std::size_t i = 0; i < widths.size(); ++i) {
-            if (widths[i] == 0 && needs[i] > share) {
-                widths[i] = needs[i];
-                rest -= needs[i];
+            if (widths[i] == 0 && wanted[i] > share) {
+                widths[i] = wanted[i];
+                rest -= wanted[i];
                 --sharers;
                 settled = false;
             }
@@ -215,18 +218,16 @@ void Rejilla::resizeEvent(QResizeEvent* event) {
 void Rejilla::changeEvent(QEvent* event) {
     QTableView::changeEvent(event);
     if (event->type() == QEvent::FontChange) {
-        name_width_.reset();
+        needs_.clear();
         fit_rows();
         spread();
     }
 }
 
 QSize Rejilla::sizeHint() const {
-    int widest = 0;  // of the columns that are going to be equal
-    for (int column = 1; column < order_->columnCount(); ++column)
-        widest = std::max(widest, needed(column));
-    const int width =
-        needed(0) + (order_->columnCount() - 1) * widest + 2 * frameWidth() + verticalScrollBar()->sizeHint().width();
+    const int widest = *std::max_element(needs().begin() + 1, needs().end());  // of those that are going to be equal
+    const int width = needs().front() + (order_->columnCount() - 1) * widest + 2 * frameWidth() +
+                      verticalScrollBar()->sizeHint().width();
     const int rows = std::clamp(order_->rowCount(), FEWEST_ROWS, USUAL_ROWS);
     return {width,
             horizontalHeader()->sizeHint().height() + 2 * frameWidth() + rows * verticalHeader()->defaultSectionSize()};

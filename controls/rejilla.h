@@ -3,7 +3,7 @@
 
 #include <QTableView>
 
-#include <optional>
+#include <vector>
 
 class OrdenRejilla;
 
@@ -48,11 +48,12 @@ private:
     void place_fixed_column();
     void fit_rows();
     void spread();
-    int needed(int column) const;
+    int measured(int column) const;
+    const std::vector<int>& needs() const;
     QString selected_text() const;
 
     OrdenRejilla* order_;
-    QTableView* fixed_;  // the first column, over the others while they are scrolled
-    std::optional<int> name_width_;
+    QTableView* fixed_;               // the first column, over the others while they are scrolled
+    mutable std::vector<int> needs_;  // widths of the columns; empty: to be measured
     bool spreading_ = false, resized_by_hand_ = false;
 };
