@@ -5,9 +5,56 @@
 #include <QStandardPaths>
 #include <QUrl>
 
+#if defined(Q_OS_WIN) || defined(Q_OS_MACOS)
+
 bool ExteriorQt::abrir_direccion(const QString& direccion) {
     return QDesktopServices::openUrl(QUrl(direccion));
 }
+
+#else
+
+namespace {
+
+constexpr int LONGEST_WAIT_MS = 500;
+
+/// A browser of the user's choice, else a usual one; empty where none is installed.
+QString browser() {
+    QStringList names = qEnvironmentVariable("BROWSER").split(u':', Qt::SkipEmptyParts);
+    names << QStringLiteral("x-www-browser") << QStringLiteral("firefox") << QStringLiteral("firefox-esr")
+          << QStringLiteral("chromium") << QStringLiteral("google-chrome") << QStringLiteral("epiphany")
+          << QStringLiteral("falkon") << QStringLiteral("konqueror");
+    for (const QString& name : names) {
+        if (const QString path = QStandardPaths::findExecutable(name); !path.isEmpty())
+            return path;
+    }
+    return {};
+}
+
+/// Whether the desktop knows a program for web pages. One that does not answer in time may well know one.
+bool desktop_has_browser() {
+    QProcess query;
+    query.start(QStringLiteral("xdg-mime"),
+                {QStringLiteral("query"), QStringLiteral("default"), QStringLiteral("x-scheme-handler/https")});
+    if (!query.waitForFinished(LONGEST_WAIT_MS)) {
+        const bool started = query.error() != QProcess::FailedToStart;
+        query.kill();
+        query.waitForFinished(LONGEST_WAIT_MS);
+        return started;
+    }
+    return !query.readAllStandardOutput().trimmed().isEmpty();
+}
+
+}  // namespace
+
+// QDesktopServices answers true as soon as xdg-open starts, which ends in silence where there is no browser.
+bool ExteriorQt::abrir_direccion(const QString& direccion) {
+    const QString opener = buscar_programa(QStringLiteral("xdg-open")), own = browser();
+    if (!opener.isEmpty() && (!own.isEmpty() || desktop_has_browser()))
+        return ejecutar(opener, {direccion});
+    return !own.isEmpty() && ejecutar(own, {direccion});
+}
+
+#endif
 
 QString ExteriorQt::buscar_programa(const QString& nombre) {
     return QStandardPaths::findExecutable(nombre);

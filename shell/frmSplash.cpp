@@ -15,6 +15,7 @@
 #include "controls/iconos.h"
 #include "core/palette.h"
 #include "shell/application_state.h"
+#include "shell/creditos.h"
 #include "shell/textos.h"
 #include "tavo_version.h"
 
@@ -201,8 +202,8 @@ void frmSplash::poner_captions(const ApplicationState& estado) {
     lblPlatform->setText(QStringLiteral("Windows 98, NT, XP"));
     lblWarning->setText(estado.texto(63));
     lblVersion->setText(con_valor(estado.texto(183), QStringLiteral(TAVO_VERSION)));
-    Label1->setText(estado.texto(535, QStringLiteral("Programa: el equipo de TAVO-GAS")));
-    Label2->setText(estado.texto(536, QStringLiteral("Física, datos y textos: el equipo de TAVO-GAS")));
+    Label1->setText(creditos::programa(estado));
+    Label2->setText(creditos::fisica(estado));
 }
 
 void frmSplash::showEvent(QShowEvent* event) {

@@ -1,5 +1,6 @@
 #include "windows/ventanas.h"
 
+#include "shell/frmAbout.h"
 #include "shell/frmIdioma.h"
 #include "windows/calc/frmcalculos.h"
 #include "windows/gasedit/frmcompuestos.h"
@@ -16,6 +17,7 @@ void register_windows(ApplicationState& estado, const Puertas& puertas) {
     const auto add = [&estado](const char* name, ApplicationState::Factory factory) {
         estado.register_window(QLatin1String(name), std::move(factory));
     };
+    add("frmAbout", [&estado, puertas] { return new frmAbout(estado, puertas.mensajes, puertas.exterior); });
     add("frmIdioma", [&estado, puertas] { return new frmIdioma(estado, puertas.mensajes, puertas.impresora); });
     add("frmcalculos", [&estado, puertas] { return new frmcalculos(estado, puertas.mensajes); });
     add("frmcompuestos", [&estado, puertas] { return new frmcompuestos(estado, puertas.mensajes); });
