@@ -127,6 +127,11 @@ void frmAbout::Form_Load() {
     Label3->setText(creditos::departamento(estado_));
     Label4->setToolTip(estado_.texto(831, QStringLiteral("Abrir la página en el navegador")));
     cmdSysInfo->setText(estado_.texto(64));
+
+    // Qt would begin with two thirds of a small screen, and cut lines off.
+    const int width = layout()->totalSizeHint().width();
+    setMinimumSize(width, layout()->totalHeightForWidth(width));
+    resize(minimumSize());
 }
 
 void frmAbout::cmdSysInfo_Click() {
