@@ -50,4 +50,11 @@ foreach(program IN LISTS PROGRAMS)
         endif()
     endif()
 endforeach()
+
+# Every help file of the build is installed.
+file(GLOB built RELATIVE ${BUILD}/data ${BUILD}/data/*.chm)
+file(GLOB installed RELATIVE "${work}/usr/share/tavo-gas" "${work}/usr/share/tavo-gas/*.chm")
+if((HELP AND NOT built) OR NOT installed STREQUAL built)
+    fail("the help files \"${built}\" are installed as \"${installed}\"")
+endif()
 file(REMOVE_RECURSE "${work}")
