@@ -15,7 +15,7 @@ bool ExteriorQt::abrir_direccion(const QString& direccion) {
 
 namespace {
 
-constexpr int LONGEST_WAIT_MS = 500;
+constexpr int LONGEST_WAIT_MS = 1000;
 
 /// A browser of the user's choice, else a usual one; empty where none is installed.
 QString browser() {
@@ -30,18 +30,17 @@ QString browser() {
     return {};
 }
 
-/// Whether the desktop knows a program for web pages. One that does not answer in time may well know one.
+/// Whether the desktop knows a program for web pages. One that does not answer in time counts as none: the user then
+/// learns the address, where a browser that never comes would leave the click without any answer.
 bool desktop_has_browser() {
     QProcess query;
     query.start(QStringLiteral("xdg-mime"),
                 {QStringLiteral("query"), QStringLiteral("default"), QStringLiteral("x-scheme-handler/https")});
-    if (!query.waitForFinished(LONGEST_WAIT_MS)) {
-        const bool started = query.error() != QProcess::FailedToStart;
-        query.kill();
-        query.waitForFinished(LONGEST_WAIT_MS);
-        return started;
-    }
-    return !query.readAllStandardOutput().trimmed().isEmpty();
+    if (query.waitForFinished(LONGEST_WAIT_MS))
+        return !query.readAllStandardOutput().trimmed().isEmpty();
+    query.kill();
+    query.waitForFinished(LONGEST_WAIT_MS);
+    return false;
 }
 
 }  // namespace
