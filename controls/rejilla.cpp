@@ -11,6 +11,8 @@
 #include <QSortFilterProxyModel>
 
 #include <algorithm>
+#include <cmath>
+#include <numeric>
 #include <set>
 
 /// The rows in the order of a column; the table itself keeps its own.
@@ -37,7 +39,7 @@ private:
 
 namespace {
 
-constexpr int PADDING = 20, ROW_PADDING = 8;
+constexpr int PADDING = 20, LEAST_PADDING = 10, ROW_PADDING = 8;
 constexpr int FEWEST_ROWS = 5, USUAL_ROWS = 20;
 constexpr double WIDEST_NAME = 0.6;  // of the room
 constexpr int SAMPLE = 200;          // rows measured for the width of a column
@@ -96,10 +98,12 @@ Rejilla::Rejilla(QAbstractItemModel* table, const QString& copy, QWidget* padre)
         if (now.isValid())
             emit row_entered(order_->mapToSource(now).row());
     });
-    connect(order_, &QAbstractItemModel::modelReset, this, [this] {
+    const auto renewed = [this] {
         needs_.clear();
         spread();
-    });
+    };
+    connect(order_, &QAbstractItemModel::modelReset, this, renewed);
+    connect(order_, &QAbstractItemModel::dataChanged, this, renewed);
     fit_rows();
 }
 
@@ -177,16 +181,24 @@ const std::vector<int>& Rejilla::needs() const {
     return needs_;
 }
 
+/// What the columns share: the grid but for the room of its scroll bar and frame.
+int Rejilla::room() const {
+    constexpr double BESIDE = 250.0 / 1440.0;  // inches
+    return std::min(viewport()->width(), width() - static_cast<int>(std::lround(BESIDE * logicalDpiX())));
+}
+
 /// Equal shares of the room; a column that needs more than its share gets that, and the others share the rest.
 void Rejilla::spread() {
     const int columns = order_->columnCount();
     if (resized_by_hand_ || columns == 0)
         return;
     const QScopedValueRollback spreading(spreading_, true);
-    const int room = viewport()->width();
     std::vector<int> widths(static_cast<std::size_t>(columns), 0), wanted = needs();
-    wanted.front() = std::min(wanted.front(), static_cast<int>(WIDEST_NAME * room));
-    int rest = room, sharers = columns;
+    const int lacking = std::accumulate(wanted.begin(), wanted.end(), -room());
+    for (int& width : wanted)
+        width -= std::clamp((lacking + columns - 1) / columns, 0, PADDING - LEAST_PADDING);
+    wanted.front() = std::min(wanted.front(), static_cast<int>(WIDEST_NAME * room()));
+    int rest = room(), sharers = columns;
     for (bool settled = false; !settled && sharers > 0;) {
         settled = true;
         const int share = rest / sharers;

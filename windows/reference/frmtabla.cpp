@@ -15,11 +15,27 @@ public:
     TablaCrit(ApplicationState& estado, QObject* padre)
         : QAbstractTableModel(padre), estado_(estado), table_([&estado]() -> auto& { return estado.data(); }) {}
 
+    /// Rows come and go where gases do: what is chosen stays chosen, and in its place.
     void reload() {
-        beginResetModel();
-        table_.forget(estado_.gas_count());
-        endResetModel();
+        const int before = rowCount(), now = estado_.gas_count();
+        if (now > before) {
+            beginInsertRows({}, before, now - 1);
+            table_.forget(estado_.gas_count());
+            endInsertRows();
+        } else if (now < before) {
+            const int first = now == before - 1 && removed_ > 0 ? removed_ - 1 : now;
+            beginRemoveRows({}, first, first + before - now - 1);
+            table_.forget(estado_.gas_count());
+            endRemoveRows();
+        } else {
+            table_.forget(estado_.gas_count());
+        }
+        removed_ = 0;
+        if (now > 0)
+            emit dataChanged(index(0, 0), index(now - 1, columnCount() - 1));
     }
+    /// Announced before the next reload.
+    void remove(int gas) { removed_ = gas; }
 
     int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : table_.gases(); }
     int columnCount(const QModelIndex& parent = {}) const override {
@@ -90,12 +106,14 @@ private:
 
     ApplicationState& estado_;
     mutable gridcrit::Table table_;  // loads what it is asked for
+    int removed_ = 0;
 };
 
 frmtabla::frmtabla(ApplicationState& estado, Impresora& impresora, QWidget* padre)
     : VentanaTabla(estado, impresora, padre), table_(new TablaCrit(estado, this)) {
     setObjectName(QStringLiteral("frmtabla"));
     Form_Load();
+    connect(&estado_, &ApplicationState::gas_removed, table_, &TablaCrit::remove);
     connect(&estado_, &ApplicationState::gases_changed, this, &frmtabla::gases_Change);
 }
 
