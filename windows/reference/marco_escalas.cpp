@@ -113,7 +113,7 @@ double MarcoEscalas::names_width() const {
 QSize MarcoEscalas::minimumSizeHint() const {
     const QFontMetrics metrics(small_font());
     const double frame = rect().width() - paper().width();
-    return {static_cast<int>(std::ceil(SCALES * narrowest_column() + frame)), metrics.height() * 15};
+    return {static_cast<int>(std::ceil(SCALES * narrowest_column() + frame)), metrics.height() * 14};
 }
 
 QSize MarcoEscalas::sizeHint() const {

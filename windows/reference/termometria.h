@@ -15,7 +15,7 @@ inline constexpr std::string_view FORMAT = "###0.00";
 using Values = std::array<double, SCALES>;
 
 /// A temperature of one scale on another, by the program's rules for the units of temperature: their constants do not
-/// agree to the last digit (273 and 273.16, 460 and 459.67). 0 for an index outside 0 to 4.
+/// agree to the last digit (273 and 273.16, 460 and 459.4). 0 for an index outside 0 to 4.
 double convert(int from, int to, double t);
 /// On all scales.
 Values convert_to_all(int from, double t);
