@@ -1,6 +1,7 @@
 #include "controls/linea_estado.h"
 
 #include <QEvent>
+#include <QTextCursor>
 #include <QTextDocument>
 
 #include <cmath>
@@ -28,6 +29,18 @@ void LineaEstado::set_outcome(const QString& text) {
     show_text(text, false);
 }
 
+void LineaEstado::set_outcome(const QString& text, const QString& fault) {
+    set_outcome(text);
+    if (fault.isEmpty())
+        return;
+    QTextCharFormat ink;
+    ink.setForeground(fault_ink(palette()));
+    QTextCursor end(document());
+    end.movePosition(QTextCursor::End);
+    end.insertText(u'\n' + fault, ink);
+    text_ += u'\n' + fault;
+}
+
 void LineaEstado::set_fault(const QString& text) {
     show_text(text, true);
 }
@@ -40,8 +53,10 @@ void LineaEstado::show_text(const QString& text, bool fault) {
             ink.setColor(QPalette::Text, fault_ink(palette()));
         setPalette(ink);
     }
-    if (text != text_)
-        setPlainText(text_ = text);
+    if (text == text_)
+        return;
+    setTextCursor(QTextCursor(document()));  // whose ink the new text takes
+    setPlainText(text_ = text);
 }
 
 /// With the pixel: a plain text edit scrolls where its text fills it exactly.

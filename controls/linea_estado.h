@@ -11,6 +11,8 @@ public:
     explicit LineaEstado(int lines, QWidget* padre = nullptr);
 
     void set_outcome(const QString& text);
+    /// And below it, in the other ink, what is wrong with it.
+    void set_outcome(const QString& text, const QString& fault);
     /// In another ink, for there is no answer.
     void set_fault(const QString& text);
     bool is_fault() const { return fault_; }

@@ -6,6 +6,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QScopedValueRollback>
 #include <QShortcut>
 #include <QVBoxLayout>
@@ -201,8 +202,17 @@ void frmIdioma::crear_avisos() {
     connect(MSFlexIdiomas, &RejillaIdiomas::moved, this, &frmIdioma::colocar);
     connect(MSFlexIdiomas->selectionModel(), &QItemSelectionModel::currentChanged, this, &frmIdioma::mostrar);
     connect(MSFlexIdiomas->horizontalHeader(), &QHeaderView::sectionDoubleClicked, this, [this](int section) {
-        if (tabla_.pending() && section == modelo_->columnCount() - 1)
+        if (es_nuevo(section))
             nombrar({});
+    });
+    MSFlexIdiomas->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(MSFlexIdiomas, &QWidget::customContextMenuRequested, this, [this](const QPoint& place) {
+        menu_del_idioma(MSFlexIdiomas->currentIndex().column(), MSFlexIdiomas->viewport()->mapToGlobal(place));
+    });
+    QHeaderView* names = MSFlexIdiomas->horizontalHeader();
+    names->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(names, &QWidget::customContextMenuRequested, this, [this, names](const QPoint& place) {
+        menu_del_idioma(names->logicalIndexAt(place), names->viewport()->mapToGlobal(place));
     });
     connect(txtidioma, &QLineEdit::textChanged, this, &frmIdioma::txtidioma_Change);
     connect(txtfiltro, &QLineEdit::textChanged, this, &frmIdioma::txtfiltro_Change);
@@ -486,6 +496,37 @@ void frmIdioma::nombrar(const QString& notice) {
     mostrar();
 }
 
+bool frmIdioma::es_nuevo(int column) const {
+    return column > 0 && tabla_.pending() == static_cast<std::size_t>(column - 1);
+}
+
+/// Only a language that is not in the file yet has one.
+void frmIdioma::menu_del_idioma(int column, const QPoint& place) {
+    if (!es_nuevo(column))
+        return;
+    auto* menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addAction(texto_(834, QStringLiteral("Cambiar el nombre...")), this, [this] { nombrar({}); });
+    menu->addAction(texto_(835, QStringLiteral("Quitar este idioma")), this, &frmIdioma::quitar);
+    menu->popup(place);
+}
+
+void frmIdioma::quitar() {
+    dejar();
+    const auto pending = tabla_.pending();
+    if (!pending)
+        return;
+    const QString question = texto_(836, QStringLiteral("¿Quitar el idioma %1 y todos sus textos?"))
+                                 .arg(isolated(text_of(tabla_.name(*pending))));
+    if (mensajes_.mostrar(question, YES_NO, titulo()) != Respuesta::Si)
+        return;
+    const QModelIndex current = MSFlexIdiomas->currentIndex();
+    modelo_->remove_pending();
+    MSFlexIdiomas->choose(
+        modelo_->index(std::max(0, current.row()), std::min(current.column(), modelo_->columnCount() - 1)));
+    mostrar();
+}
+
 /// Whether to give up because another program wrote the file meanwhile.
 bool frmIdioma::cambiada_por_otros() {
     if (tabla_.same_as(tavo::confreg::read(estado_.language_path())))
@@ -539,8 +580,13 @@ QString frmIdioma::lineas_para_imprimir() const {
 void frmIdioma::btimprimir_Click() {
     dejar();
     const QString example = QStringLiteral("%1 = %2").arg(EXAMPLE).arg(estado_.texto(EXAMPLE));
-    rtxtprint->setPlainText(estado_.texto(25) + u'\n' + estado_.texto(27) + u' ' + example + u'\n' +
-                            lineas_para_imprimir().chopped(1));
+    QString heading = estado_.texto(25) + u'\n' + estado_.texto(27) + u' ' + example + u'\n';
+    if (const auto all = static_cast<int>(tabla_.rows()); modelo_->rowCount() < all)
+        heading += texto_(838, QStringLiteral("Solo los textos a la vista en la tabla: %1 de %2"))
+                       .arg(modelo_->rowCount())
+                       .arg(all) +
+                   u'\n';
+    rtxtprint->setPlainText(heading + lineas_para_imprimir().chopped(1));
     impresora_.imprimir(this, imprimir::documento(estado_, estado_.texto(25), rtxtprint->toPlainText().split(u'\n')));
 }
 
@@ -559,12 +605,17 @@ void frmIdioma::closeEvent(QCloseEvent* event) {
 QString frmIdioma::contexto(const Cell& cell) const {
     const idioma::Fila& row = tabla_.row(cell.row);
     const QString meaning = meaning_of(row.number);
-    QString told = QStringLiteral("%1: %2").arg(
-        text_of(row.key), meaning.isEmpty() ? texto_(806, QStringLiteral("El programa no usa este número")) : meaning);
-    if (cell.column != tabla_.source())
-        told += QStringLiteral("\n%1: %2")
-                    .arg(text_of(tabla_.name(tabla_.source())), text_of(tabla_.text({cell.row, tabla_.source()})));
-    return told;
+    const QString use =
+        meaning.isEmpty()
+            ? QStringLiteral("%1: %2").arg(text_of(row.key),
+                                           texto_(806, QStringLiteral("El programa no usa este número")))
+            : texto_(837, QStringLiteral("%1 (nota para traductores, en inglés): %2")).arg(text_of(row.key), meaning);
+    if (cell.column == tabla_.source())
+        return use;
+    return QStringLiteral("%1: %2\n")
+               .arg(isolated(text_of(tabla_.name(tabla_.source()))),
+                    text_of(tabla_.text({cell.row, tabla_.source()}))) +
+           use;
 }
 
 /// Title, context and progress follow the table and its current cell.
@@ -578,10 +629,7 @@ void frmIdioma::mostrar() {
     }
     const Cell cell = modelo_->cell(index);
     const QStringList faults = modelo_->sentences(index);
-    if (faults.isEmpty())
-        lbcontexto->set_outcome(contexto(cell));
-    else
-        lbcontexto->set_fault(contexto(cell) + u'\n' + faults.join(QStringLiteral(" · ")));
+    lbcontexto->set_outcome(contexto(cell), faults.join(QStringLiteral(" · ")));
 
     const idioma::Progress progress = tabla_.progress(cell.column);
     const auto number = [](std::size_t count) { return QString::number(count); };

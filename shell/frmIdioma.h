@@ -59,7 +59,10 @@ private:
     void pegar(const QString& text);
     void borrar();
     void ir(const idioma::Cell& cell);
-    void nombrar(const QString& question);
+    void nombrar(const QString& notice);
+    void menu_del_idioma(int column, const QPoint& place);
+    void quitar();
+    bool es_nuevo(int column) const;
     bool cambiada_por_otros();
     void mostrar();
     QString contexto(const idioma::Cell& cell) const;

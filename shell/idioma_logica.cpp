@@ -309,6 +309,23 @@ void Tabla::rename_pending(std::string_view name) {
         columns_.back().name = trimmed(name);
 }
 
+void Tabla::remove_pending() {
+    if (!pending_)
+        return;
+    const std::size_t gone = columns() - 1;
+    for (std::size_t i = 0; i < rows(); ++i)
+        known_[i] -= !columns_[gone].texts[i].empty();
+    columns_.pop_back();
+    states_.assign(columns(), {});
+    pending_ = false;
+    begin_step();
+    for (std::vector<Step>* steps : {&done_, &undone_}) {
+        for (Step& step : *steps)
+            std::erase_if(step, [gone](const Change& change) { return change.cell.column == gone; });
+        std::erase_if(*steps, [](const Step& step) { return step.empty(); });
+    }
+}
+
 std::optional<std::size_t> Tabla::pending() const {
     return pending_ ? std::optional(columns() - 1) : std::nullopt;
 }

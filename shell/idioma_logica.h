@@ -75,6 +75,8 @@ public:
     /// A column at the right that copies the source. Only one is pending at a time.
     void add_language(std::string_view name);
     void rename_pending(std::string_view name);
+    /// The pending column goes, and with it the edits of its cells.
+    void remove_pending();
     std::optional<std::size_t> pending() const;
     /// Whether the pending name can be a section of its own: not empty, no bracket or line break, not "idioma", no
     /// other language's, case ignored.

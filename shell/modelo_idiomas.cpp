@@ -153,6 +153,14 @@ void ModeloIdiomas::rename_pending(const QString& name) {
     emit headerDataChanged(Qt::Horizontal, columnCount() - 1, columnCount() - 1);
 }
 
+void ModeloIdiomas::remove_pending() {
+    const int place = columnCount() - 1;
+    beginRemoveColumns({}, place, place);
+    tabla_.remove_pending();
+    std::fill(searchable_.begin(), searchable_.end(), QString());
+    endRemoveColumns();
+}
+
 // ---- What is shown
 
 QString ModeloIdiomas::name(std::size_t column) const {
@@ -232,7 +240,9 @@ QVariant ModeloIdiomas::column_header(std::size_t column, int role) const {
         return {};
     QStringList told;
     if (pending)
-        told << texto_(809, QStringLiteral("Idioma nuevo, sin guardar; un doble clic cambia su nombre"));
+        told << texto_(
+            809,
+            QStringLiteral("Idioma nuevo, sin guardar: un doble clic cambia su nombre; el botón derecho lo quita"));
     if (shadowed)
         told << texto_(808, QStringLiteral("Otro idioma anterior tiene este nombre: el programa solo lee aquel"));
     return told.join(u'\n');

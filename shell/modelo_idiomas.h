@@ -36,6 +36,7 @@ public:
     void refresh(const std::vector<idioma::Cell>& cells);
     void add_language(const QString& name);
     void rename_pending(const QString& name);
+    void remove_pending();
     /// What is wrong with a cell, a sentence for each.
     QStringList sentences(const QModelIndex& index) const;
 

@@ -61,6 +61,7 @@ RejillaIdiomas::RejillaIdiomas(ModeloIdiomas* modelo, QWidget* padre) : QTableVi
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, &RejillaIdiomas::moved);
     connect(modelo, &QAbstractItemModel::columnsInserted, this, &RejillaIdiomas::spread);
+    connect(modelo, &QAbstractItemModel::columnsRemoved, this, &RejillaIdiomas::spread);
     fit_rows();
     spread();
 }

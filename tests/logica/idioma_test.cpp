@@ -158,6 +158,23 @@ TEST(Idioma, EditsAreStepsThatCanBeUndone) {
     EXPECT_TRUE(table.modified());
 }
 
+TEST(Idioma, ARemovedLanguageLeavesNothingBehind) {
+    Tabla table(Text(lines({"[A]", "1=a", "2=", "[B]", "1=c"})), "A");
+    table.remove_pending();  // there is none
+    ASSERT_EQ(table.columns(), 2u);
+    table.set_text({0, 1}, "d");
+    table.add_language("C");
+    table.begin_step();
+    table.set_text({1, 2}, "known here only");
+    EXPECT_EQ(int{table.faults({1, 0})}, MISSING);
+    table.remove_pending();
+    EXPECT_EQ(table.columns(), 2u);
+    EXPECT_EQ(int{table.faults({1, 0})}, 0);
+    EXPECT_EQ(table.undo(), (std::vector<Cell>{{0, 1}}));
+    EXPECT_FALSE(table.modified());
+    EXPECT_TRUE(table.undo().empty());
+}
+
 TEST(Idioma, RefusesNamesThatCannotBeASection) {
     Tabla table(Text(shipped()), "Español");
     EXPECT_TRUE(table.pending_name_is_good());

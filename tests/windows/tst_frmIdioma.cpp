@@ -1,14 +1,18 @@
 // The language editor, driven by keys and clicks.
 
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QGuiApplication>
 #include <QHeaderView>
+#include <QMenu>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTextBlock>
 
 #include <filesystem>
 #include <memory>
 
+#include "controls/tintas.h"
 #include "core/idiomas.h"
 #include "shell/frmIdioma.h"
 #include "shell/textos.h"
@@ -25,6 +29,12 @@ public:
 
 constexpr int SPANISH = 1, ENGLISH = 2, NEW = 7;  // columns
 
+QColor ink(const QTextBlock& line) {
+    QTextCursor inside(line);
+    inside.movePosition(QTextCursor::NextCharacter);
+    return inside.charFormat().foreground().color();
+}
+
 }  // namespace
 
 class tst_frmIdioma : public QObject {
@@ -40,6 +50,7 @@ private slots:
     void blocks_are_copied_and_pasted();
     void a_teacher_adds_a_language();
     void a_refused_name_can_be_mended();
+    void a_new_language_can_be_removed();
     void letters_of_any_script_are_saved();
     void a_failed_write_keeps_everything();
     void changes_of_others_are_not_lost_unasked();
@@ -166,7 +177,8 @@ void tst_frmIdioma::keys_lead_from_cell_to_cell() {
     QTest::keyClick(grid(), Qt::Key_Right);
     QTest::keyClick(grid(), 'Z');  // typing replaces the text
     QCOMPARE(cell(1, ENGLISH).toLower(), QStringLiteral("z"));
-    QVERIFY(control<LineaEstado>("lbcontexto")->toPlainText().startsWith(QStringLiteral("2: menu: data")));
+    QVERIFY(
+        control<LineaEstado>("lbcontexto")->toPlainText().contains(text(837).arg(2).arg(QStringLiteral("menu: data"))));
 }
 
 void tst_frmIdioma::blanks_at_the_ends_and_line_breaks_go_visibly() {
@@ -247,6 +259,36 @@ void tst_frmIdioma::a_refused_name_can_be_mended() {
     QTest::mouseDClick(header->viewport(), Qt::LeftButton, {}, place);
     press("btguardar");
     QCOMPARE(estado_->languages().size(), 7);
+    QVERIFY(!window_->isWindowModified());
+}
+
+void tst_frmIdioma::a_new_language_can_be_removed() {
+    const auto choose = [this](QWidget* where, const QPoint& place, QContextMenuEvent::Reason reason) {
+        QContextMenuEvent event(reason, place, where->mapToGlobal(place));
+        QCoreApplication::sendEvent(where, &event);
+        auto* menu = window_->findChild<QMenu*>();
+        if (!menu)
+            return QStringList();
+        const QStringList captions{menu->actions()[0]->text(), menu->actions()[1]->text()};
+        menu->actions()[1]->trigger();
+        delete menu;
+        return captions;
+    };
+    add("Català");
+    QHeaderView* header = grid()->horizontalHeader();
+    const auto over = [&](int section) {
+        grid()->scrollTo(at(0, section));
+        return QPoint(header->sectionViewportPosition(section) + 20, header->height() / 2);
+    };
+    QCOMPARE(choose(header->viewport(), over(ENGLISH), QContextMenuEvent::Mouse), QStringList());
+    mensajes_.respuestas = {Respuesta::No, Respuesta::Si};
+    QCOMPARE(choose(header->viewport(), over(NEW), QContextMenuEvent::Mouse), QStringList({text(834), text(835)}));
+    QCOMPARE(mensajes_.vistos[0].texto, text(836).arg(QStringLiteral("Català")));
+    QCOMPARE(grid()->model()->columnCount(), NEW + 1);
+    grid()->choose(at(2, NEW));
+    choose(grid()->viewport(), {}, QContextMenuEvent::Keyboard);
+    QCOMPARE(grid()->model()->columnCount(), NEW);
+    QCOMPARE(grid()->currentIndex(), at(2, NEW - 1));
     QVERIFY(!window_->isWindowModified());
 }
 
@@ -343,7 +385,9 @@ void tst_frmIdioma::the_filter_finds_and_the_faults_are_marked() {
     for (const int row : {8, 9, 0}) {
         QTest::keyClick(window_.get(), Qt::Key_F8);
         QCOMPARE(grid()->currentIndex(), at(row, ENGLISH));
-        QVERIFY(control<LineaEstado>("lbcontexto")->is_fault());
+        const QTextDocument* told = control<LineaEstado>("lbcontexto")->document();
+        QCOMPARE(ink(told->lastBlock()), fault_ink(window_->palette()));
+        QVERIFY(ink(told->firstBlock()) != fault_ink(window_->palette()));
         QVERIFY(!grid()->currentIndex().data(Qt::AccessibleDescriptionRole).toString().isEmpty());
     }
     QCOMPARE(control<QLabel>("lbfallos")->text(), text(792).arg(1).arg(1).arg(1));
@@ -357,6 +401,11 @@ void tst_frmIdioma::prints_what_the_grid_shows() {
     QCOMPARE(lines[1], text(27) + QStringLiteral(" 24 = ") + text(24));
     QCOMPARE(lines.size(), 2 + 6 * (2 + grid()->model()->rowCount()));
     QCOMPARE(lines.mid(2, 3), QStringList({"", "[Español]", "1 = &Archivos"}));
+    const QString some = text(838).arg(1).arg(grid()->model()->rowCount());
+    QVERIFY(!lines.contains(some));
+    control<QLineEdit>("txtfiltro")->setText(QStringLiteral("termodinamicas"));
+    press("btimprimir");
+    QCOMPARE(control<QTextEdit>("rtxtprint")->toPlainText().split(u'\n')[2], some);
 }
 
 void tst_frmIdioma::is_seen_whole_in_every_language() {
