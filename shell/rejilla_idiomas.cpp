@@ -83,6 +83,7 @@ void RejillaIdiomas::spread() {
         languages <= FEW_LANGUAGES ? std::max(width_of(NARROWEST), viewport()->width() / languages) : width_of(USUAL);
     for (int column = 1; column <= languages; ++column)
         setColumnWidth(column, width);
+    updateGeometries();  // now, so that a new column can be scrolled to
 }
 
 void RejillaIdiomas::choose(const QModelIndex& index) {

@@ -222,6 +222,7 @@ void tst_frmIdioma::a_teacher_adds_a_language() {
     QCOMPARE(column(NEW), QStringLiteral("Català"));
     QCOMPARE(cell(3, NEW), cell(3, SPANISH));
     QVERIFY(window_->isWindowModified());
+    QVERIFY(grid()->visualRect(at(0, NEW)).right() <= grid()->viewport()->width());  // seen whole
     type(0, NEW, "&Fitxers");
     QVERIFY(control<QLabel>("lbprogreso")->text().startsWith(QStringLiteral("Català: 1 de ")));
     QCOMPARE(control<QProgressBar>("barra")->value(), 1);
