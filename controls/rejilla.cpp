@@ -181,10 +181,15 @@ const std::vector<int>& Rejilla::needs() const {
     return needs_;
 }
 
-/// What the columns share: the grid but for the room of its scroll bar and frame.
+/// Room of the scroll bar and the frame.
+int Rejilla::beside() const {
+    constexpr double INCHES = 250.0 / 1440.0;
+    return static_cast<int>(std::lround(INCHES * logicalDpiX()));
+}
+
+/// What the columns share.
 int Rejilla::room() const {
-    constexpr double BESIDE = 250.0 / 1440.0;  // inches
-    return std::min(viewport()->width(), width() - static_cast<int>(std::lround(BESIDE * logicalDpiX())));
+    return std::min(viewport()->width(), width() - beside());
 }
 
 /// Equal shares of the room; a column that needs more than its share gets that, and the others share the rest.
@@ -237,9 +242,7 @@ void Rejilla::changeEvent(QEvent* event) {
 }
 
 QSize Rejilla::sizeHint() const {
-    const int widest = *std::max_element(needs().begin() + 1, needs().end());  // of those that are going to be equal
-    const int width = needs().front() + (order_->columnCount() - 1) * widest + 2 * frameWidth() +
-                      verticalScrollBar()->sizeHint().width();
+    const int width = order_->columnCount() * *std::ranges::max_element(needs()) + beside();
     const int rows = std::clamp(order_->rowCount(), FEWEST_ROWS, USUAL_ROWS);
     return {width,
             horizontalHeader()->sizeHint().height() + 2 * frameWidth() + rows * verticalHeader()->defaultSectionSize()};

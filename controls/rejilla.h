@@ -47,6 +47,7 @@ private:
     void make_fixed_column(QAction* copying);
     void place_fixed_column();
     void fit_rows();
+    int beside() const;
     int room() const;
     void spread();
     int measured(int column) const;

@@ -257,6 +257,8 @@ void tst_frmtabla::names_are_whole_and_stay_in_sight() {
 void tst_frmtabla::physical_constants_are_texts() {
     show(new frmtablaay(*estado_, impresora_), "gridtermo", {800, 400});
     QCOMPARE(window_->windowTitle(), "Constantes Termodinámicas");
+    for (int at = 0; at < 4; ++at)  // equal shares
+        QVERIFY(std::abs(grid_->columnWidth(at) - (grid_->width() - 250.0 * grid_->logicalDpiX() / 1440) / 4) < 1.5);
     QCOMPARE(model()->rowCount(), 10);
     QCOMPARE(model()->columnCount(), 4);
     const QString avogadro = estado_->texto(100), gases = estado_->texto(102), proton = estado_->texto(108);
