@@ -231,8 +231,8 @@ std::string Tabla::replace(Cell cell, std::string text) {
     const bool was_known = !stored.empty();
     std::swap(stored, text);
     if (!(pending_ && cell.column + 1 == columns())) {
-        const auto [saved, first] = saved_texts_.try_emplace(place(cell), text);
-        if (!first && saved->second == stored)
+        const auto saved = saved_texts_.try_emplace(place(cell), text).first;
+        if (saved->second == stored)
             saved_texts_.erase(saved);
     }
     const bool known = !stored.empty();
@@ -256,6 +256,8 @@ bool Tabla::set_text(Cell cell, std::string_view wanted) {
     std::string before = replace(cell, std::move(clean));
     if (step.empty() || step.back().cell != cell)  // a word typed into one cell is one change
         step.push_back({cell, std::move(before)});
+    else if (step.back().other == text(cell))  // typed and taken back
+        step.pop_back();
     return true;
 }
 
@@ -265,7 +267,8 @@ bool Tabla::trim(Cell cell) {
 }
 
 void Tabla::begin_step() {
-    step_open_ = false;
+    if (std::exchange(step_open_, false) && done_.back().empty())
+        done_.pop_back();
 }
 
 std::vector<Cell> Tabla::undo() {

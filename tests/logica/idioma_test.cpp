@@ -156,6 +156,12 @@ TEST(Idioma, EditsAreStepsThatCanBeUndone) {
     EXPECT_EQ(column(table, 0) + column(table, 1), "1=one two three;2=B;1=c;2=C;");
     EXPECT_TRUE(table.redo().empty());
     EXPECT_TRUE(table.modified());
+    // What was typed and taken back is no step.
+    table.undo();
+    table.set_text({0, 1}, "cc");
+    table.set_text({0, 1}, "c");
+    EXPECT_EQ(table.undo(), (std::vector<Cell>{{0, 0}}));
+    EXPECT_FALSE(table.modified());
 }
 
 TEST(Idioma, ARemovedLanguageLeavesNothingBehind) {
