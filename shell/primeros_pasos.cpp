@@ -6,9 +6,9 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
-#include <QScrollArea>
 #include <QVBoxLayout>
 
+#include "controls/desplazable.h"
 #include "controls/iconos.h"
 
 namespace {
@@ -161,14 +161,9 @@ PrimerosPasos::PrimerosPasos(QWidget* parent)
     row->addWidget(sheet, 100);
     row->addStretch(1);
 
-    auto* scroll = new QScrollArea;
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setFocusPolicy(Qt::NoFocus);
-    scroll->setWidget(centred);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(scroll);
+    layout->addWidget(desplazable(centred));
 }
 
 void PrimerosPasos::set_encabezados(const QString& line_under_name, const QString& heading) {

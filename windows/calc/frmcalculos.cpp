@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "controls/desplazable.h"
 #include "controls/texto_estado.h"
 #include "core/gas_database.h"
 #include "shell/textos.h"
@@ -84,10 +85,6 @@ frmcalculos::frmcalculos(ApplicationState& estado, Mensajes& mensajes, QWidget* 
       texto_([&estado](int number, const QString& literal) { return estado.texto(number, literal); }) {
     setObjectName(QStringLiteral("frmcalculos"));
     setWindowTitle(sin_mnemonico(estado_.texto(20)));
-    desplazable_ = new QScrollArea(this);
-    desplazable_->setFrameShape(QFrame::NoFrame);
-    desplazable_->setWidgetResizable(true);
-    desplazable_->setFocusPolicy(Qt::NoFocus);
     contenido_ = new QWidget;
     grupos_ = new QGridLayout;
     grupos_->setSpacing(MARGIN);
@@ -109,12 +106,7 @@ frmcalculos::frmcalculos(ApplicationState& estado, Mensajes& mensajes, QWidget* 
     column->addWidget(tabla_);
     column->addStretch();
     colocar(3);
-    desplazable_->setWidget(contenido_);
-    for (QWidget* ground : std::initializer_list<QWidget*>{desplazable_->viewport(), contenido_})
-        ground->setAutoFillBackground(false);  // the window's own shows
-    auto* whole = new QVBoxLayout(this);
-    whole->setContentsMargins(0, 0, 0, 0);
-    whole->addWidget(desplazable_);
+    desplazable_ = llenar_desplazable(*this, contenido_);
 
     setFocusProxy(findChild<QWidget*>(QStringLiteral("cmbgas")));
     crear_avisos();

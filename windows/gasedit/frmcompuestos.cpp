@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <initializer_list>
 
+#include "controls/desplazable.h"
 #include "controls/marca_fila.h"
 #include "core/calcnum.h"
 #include "core/errors.h"
@@ -62,10 +63,6 @@ frmcompuestos::frmcompuestos(ApplicationState& estado, Mensajes& mensajes, QWidg
       mensajes_(mensajes),
       texto_([&estado](int number, const QString& literal) { return estado.texto(number, literal); }) {
     setObjectName(QStringLiteral("frmcompuestos"));
-    desplazable_ = new QScrollArea(this);
-    desplazable_->setFrameShape(QFrame::NoFrame);
-    desplazable_->setWidgetResizable(true);
-    desplazable_->setFocusPolicy(Qt::NoFocus);
     contenido_ = new QWidget;
     auto* column = new QVBoxLayout(contenido_);
     column->setContentsMargins(MARGIN, MARGIN, MARGIN, MARGIN);
@@ -76,12 +73,7 @@ frmcompuestos::frmcompuestos(ApplicationState& estado, Mensajes& mensajes, QWidg
     mitades_->addWidget(crear_cajas());
     mitades_->addWidget(crear_rejilla(), 1);
     column->addLayout(mitades_, 1);
-    desplazable_->setWidget(contenido_);
-    for (QWidget* ground : std::initializer_list<QWidget*>{desplazable_->viewport(), contenido_})
-        ground->setAutoFillBackground(false);  // the window's own shows
-    auto* whole = new QVBoxLayout(this);
-    whole->setContentsMargins(0, 0, 0, 0);
-    whole->addWidget(desplazable_);
+    desplazable_ = llenar_desplazable(*this, contenido_);
 
     setFocusProxy(cmbfila);  // the first one: the tab key comes back here from the last
     Form_Load();

@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "controls/desplazable.h"
 #include "controls/lista_modelos.h"
 #include "core/calcnum.h"
 #include "core/errors.h"
@@ -70,22 +71,13 @@ frmgases::frmgases(ApplicationState& estado, Mensajes& mensajes, QWidget* padre)
       texto_([&estado](int number, const QString& literal) { return estado.texto(number, literal); }) {
     setObjectName(QStringLiteral("frmgases"));
     setWindowTitle(sin_mnemonico(estado_.texto(190)));
-    desplazable_ = new QScrollArea(this);
-    desplazable_->setFrameShape(QFrame::NoFrame);
-    desplazable_->setWidgetResizable(true);
-    desplazable_->setFocusPolicy(Qt::NoFocus);
     contenido_ = new QWidget;
     partes_ = new QBoxLayout(QBoxLayout::LeftToRight, contenido_);
     partes_->setContentsMargins(MARGIN, MARGIN, MARGIN, MARGIN);
     partes_->setSpacing(MARGIN);
     partes_->addWidget(crear_gas(), 1);
     partes_->addWidget(crear_coeficientes(), 1);
-    desplazable_->setWidget(contenido_);
-    for (QWidget* ground : std::initializer_list<QWidget*>{desplazable_->viewport(), contenido_})
-        ground->setAutoFillBackground(false);  // the window's own shows
-    auto* whole = new QVBoxLayout(this);
-    whole->setContentsMargins(0, 0, 0, 0);
-    whole->addWidget(desplazable_);
+    desplazable_ = llenar_desplazable(*this, contenido_);
     setFocusProxy(cmbgas);
     crear_avisos();
     elegir(0);

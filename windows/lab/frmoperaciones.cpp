@@ -4,13 +4,13 @@
 #include <QButtonGroup>
 #include <QHBoxLayout>
 #include <QScopedValueRollback>
-#include <QScrollArea>
 #include <QScrollBar>
 #include <QTimer>
 
 #include <algorithm>
 #include <utility>
 
+#include "controls/desplazable.h"
 #include "controls/texto_estado.h"
 #include "core/gas_database.h"
 #include "core/numtext.h"
@@ -87,21 +87,13 @@ void mark_choice(QToolButton* button) {
 frmoperaciones::frmoperaciones(ApplicationState& estado, Mensajes& mensajes, QWidget* padre)
     : QWidget(padre), estado_(estado), mensajes_(mensajes) {
     setObjectName(QStringLiteral("frmoperaciones"));
-    auto* area = new QScrollArea(this);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setWidgetResizable(true);
-    area->setFocusPolicy(Qt::NoFocus);
-    auto* outer = new QVBoxLayout(this);
-    outer->setContentsMargins(0, 0, 0, 0);
-    outer->addWidget(area);
-
-    auto* content = new QWidget(area);
+    auto* content = new QWidget;
     auto* row = new QHBoxLayout(content);
     row->setContentsMargins(MARGIN, MARGIN, MARGIN, MARGIN);
     row->setSpacing(MARGIN);
     row->addWidget(crear_columna(content));
     row->addWidget(crear_instrumentos(content), 1);
-    area->setWidget(content);
+    llenar_desplazable(*this, content);
 
     conectar_controles();
     textos_instrumentos();
@@ -117,12 +109,7 @@ QSize frmoperaciones::sizeHint() const {
 
 /// Gas, model, entries and what the calculation says; scrolls by itself, so that the instruments stay in sight.
 QWidget* frmoperaciones::crear_columna(QWidget* padre) {
-    auto* area = new QScrollArea(padre);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setWidgetResizable(true);
-    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    area->setFocusPolicy(Qt::NoFocus);
-    auto* column = new QWidget(area);
+    auto* column = new QWidget(padre);
     auto* lines = new QVBoxLayout(column);
     lines->setContentsMargins(0, 0, GAP, 0);
     lines->setSpacing(MARGIN);
@@ -136,7 +123,8 @@ QWidget* frmoperaciones::crear_columna(QWidget* padre) {
     lines->addWidget(filas_);
     lines->addWidget(lbestado);
     lines->addStretch();
-    area->setWidget(column);
+    QScrollArea* area = desplazable(column);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     area->setFixedWidth(std::max(COLUMN_WIDTH, column->minimumSizeHint().width()) +
                         area->verticalScrollBar()->sizeHint().width());
     return area;

@@ -7,6 +7,7 @@
 
 #include <cmath>
 
+#include "controls/desplazable.h"
 #include "core/numtext.h"
 #include "shell/textos.h"
 
@@ -39,10 +40,6 @@ frmtermometro::frmtermometro(ApplicationState& estado, QWidget* padre)
     for (int i = 0; i < SCALES; ++i)
         titles[static_cast<std::size_t>(i)] = estado_.texto(FIRST_TITLE + i);
 
-    desplazable_ = new QScrollArea(this);
-    desplazable_->setFrameShape(QFrame::NoFrame);
-    desplazable_->setWidgetResizable(true);
-    desplazable_->setFocusPolicy(Qt::NoFocus);
     auto* contents = new QWidget;
     frmescala = new MarcoEscalas(texto_, titles, contents);
     entradas_ = make_entries(titles);
@@ -54,12 +51,7 @@ frmtermometro::frmtermometro(ApplicationState& estado, QWidget* padre)
     column->addWidget(frmescala, 1);
     column->addWidget(entradas_);
     column->addWidget(txtestado);
-    desplazable_->setWidget(contents);
-    for (QWidget* ground : std::initializer_list<QWidget*>{desplazable_->viewport(), contents})
-        ground->setAutoFillBackground(false);  // the window's own shows
-    auto* whole = new QVBoxLayout(this);
-    whole->setContentsMargins(0, 0, 0, 0);
-    whole->addWidget(desplazable_);
+    desplazable_ = llenar_desplazable(*this, contents);
 
     connect(frmescala, &MarcoEscalas::arranged, this, &frmtermometro::place_entries);
     const QString hint = texto_(
