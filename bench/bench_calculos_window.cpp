@@ -10,16 +10,11 @@
 
 #include <filesystem>
 
+#include "bench/sin_usuario.h"
 #include "shell/application_state.h"
-#include "shell/mensajes.h"
 #include "windows/calc/frmcalculos.h"
 
 namespace {
-
-class SinMensajes final : public Mensajes {
-public:
-    Respuesta mostrar(const QString&, int, const QString&) override { return Respuesta::Aceptar; }
-};
 
 /// The shipped database and texts in a folder of their own.
 struct Programa {
@@ -73,12 +68,3 @@ BENCHMARK_CAPTURE(BM_calculate, folded, false)->Arg(1)->Arg(3)->Arg(7)->Arg(9)->
 BENCHMARK_CAPTURE(BM_calculate, all_models, true)->Arg(7)->Unit(benchmark::kMillisecond);
 
 }  // namespace
-
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

@@ -11,8 +11,8 @@
 #include <memory>
 #include <vector>
 
+#include "bench/sin_usuario.h"
 #include "shell/application_state.h"
-#include "shell/mensajes.h"
 #include "windows/calc/frmcalculos.h"
 #include "windows/gasedit/editor_logica.h"
 #include "windows/gasedit/frmcompuestos.h"
@@ -24,16 +24,6 @@
 namespace {
 
 using tavo::confreg::Text;
-
-class SinMensajes final : public Mensajes {
-public:
-    Respuesta mostrar(const QString&, int, const QString&) override { return Respuesta::Aceptar; }
-};
-
-class SinArchivos final : public ElegirArchivo {
-public:
-    QString guardar(QWidget*, const QString&, const QString&, const QString&) override { return {}; }
-};
 
 editor::StoredGas gas(int number) {
     editor::StoredGas result;
@@ -147,12 +137,3 @@ BENCHMARK(BM_change_last)->Apply(sizes);
 BENCHMARK(BM_delete_first)->Apply(sizes);
 
 }  // namespace
-
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

@@ -7,18 +7,13 @@
 
 #include <benchmark/benchmark.h>
 
+#include "bench/sin_usuario.h"
 #include "shell/application_state.h"
-#include "shell/mensajes.h"
 #include "windows/lab/frmoperaciones.h"
 
 namespace {
 
 using laboratorio::Instrument;
-
-class SinMensajes final : public Mensajes {
-public:
-    Respuesta mostrar(const QString&, int, const QString&) override { return Respuesta::Aceptar; }
-};
 
 constexpr const char* NAMES[] = {"pctpiston", "termometro", "termopar", "barometro1", "Manometro"};
 
@@ -73,12 +68,3 @@ DRAG(manometer, Manometer);
 #undef DRAG
 
 }  // namespace
-
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

@@ -10,16 +10,11 @@
 #include <filesystem>
 #include <fstream>
 
+#include "bench/sin_usuario.h"
 #include "shell/application_state.h"
-#include "shell/mensajes.h"
 #include "windows/gasedit/frmcompuestos.h"
 
 namespace {
-
-class SinMensajes final : public Mensajes {
-public:
-    Respuesta mostrar(const QString&, int, const QString&) override { return Respuesta::Aceptar; }
-};
 
 /// The shipped texts, and the shipped gases over and over until there are `gases`.
 struct Programa {
@@ -89,12 +84,3 @@ void BM_follow_temperature(benchmark::State& state) {
 BENCHMARK(BM_follow_temperature)->Arg(60)->Arg(10'000)->Unit(benchmark::kMillisecond);
 
 }  // namespace
-
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

@@ -11,21 +11,16 @@
 
 #include <filesystem>
 
+#include "bench/sin_usuario.h"
 #include "core/gas_database.h"
 #include "core/palette.h"
 #include "shell/application_state.h"
-#include "shell/mensajes.h"
 #include "windows/plots/frmdatos.h"
 #include "windows/plots/graficos.h"
 #include "windows/plots/picture_file.h"
 #include "windows/plots/pintar.h"
 
 namespace {
-
-class SinMensajes final : public Mensajes {
-public:
-    Respuesta mostrar(const QString&, int, const QString&) override { return Respuesta::Aceptar; }
-};
 
 /// CO2 with Peng and Robinson's equation at 260, 280, 300, 320 and 340 K.
 tavo::SlotTable five_isotherms() {
@@ -140,12 +135,3 @@ void BM_fill_gas_lists(benchmark::State& state) {
 BENCHMARK(BM_fill_gas_lists)->Arg(60)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 
 }  // namespace
-
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

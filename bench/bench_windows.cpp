@@ -12,7 +12,7 @@
 #include <functional>
 #include <vector>
 
-#include "controls/elegir_archivo.h"
+#include "bench/sin_usuario.h"
 #include "controls/exterior.h"
 #include "controls/impresora.h"
 #include "core/palette.h"
@@ -20,23 +20,12 @@
 #include "shell/application_state.h"
 #include "shell/frmayuda.h"
 #include "shell/frmprincipal.h"
-#include "shell/mensajes.h"
 #include "windows/ventanas.h"
 
 namespace {
 
 constexpr int OPENINGS = 9;  // of which the median counts
 constexpr double TARGET = 150.0;
-
-class SinMensajes final : public Mensajes {
-public:
-    Respuesta mostrar(const QString&, int, const QString&) override { return Respuesta::Aceptar; }
-};
-
-class SinArchivos final : public ElegirArchivo {
-public:
-    QString guardar(QWidget*, const QString&, const QString&, const QString&) override { return {}; }
-};
 
 class SinImpresora final : public Impresora {
 public:
