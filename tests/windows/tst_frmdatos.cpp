@@ -39,14 +39,12 @@ private slots:
     void a_check_box_switches_its_row();
     void a_choice_loads_the_row();
     void the_virial_equation_brings_its_notice();
-    void temperatures_are_kept_inside_their_limits_data();
     void temperatures_are_kept_inside_their_limits();
     void the_coefficients_follow_the_temperature();
     void amounts_are_kept_inside_their_limits();
     void leaving_a_box_without_an_amount_is_answered();
     void the_spin_buttons_step_their_boxes();
     void keys_and_pastes_that_are_no_number_are_swallowed();
-    void entering_a_box_selects_its_text();
     void the_window_shows_the_slots_again_when_it_is_reopened();
     void the_unit_of_amounts_changes_back_and_forth();
     void rows_without_a_gas_keep_their_number_in_the_other_unit();
@@ -135,35 +133,24 @@ void tst_frmdatos::the_virial_equation_brings_its_notice() {
     QCOMPARE(w_->mensajes.vistos.size(), 1U);
 }
 
-void tst_frmdatos::temperatures_are_kept_inside_their_limits_data() {
-    QTest::addColumn<QString>("entered");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<double>("temperature");
-    QTest::addColumn<QString>("message");
-    QTest::newRow("negative") << "-5"
-                              << "0" << 0.0 << "Mínima temperatura = 0";
-    QTest::newRow("greatest") << "1000"
-                              << "1000" << 1000.0 << "";
-    QTest::newRow("above") << "1000.5"
-                           << "1000" << 1000.0 << "Máxima temperatura = 1000";
-    QTest::newRow("empty") << ""
-                           << "" << 0.0 << "";
-    QTest::newRow("plain") << "273.16"
-                           << "273.16" << 273.16 << "";
-}
-
 void tst_frmdatos::temperatures_are_kept_inside_their_limits() {
-    QFETCH(QString, entered);
-    frmdatos* window = w_->datos();
-    QLineEdit* entry = box(window, "txttemp", 1);
-    entry->setText(entered);
-    QTEST(entry->text(), "text");
-    QTEST(w_->slot(1).temperature, "temperature");
-    QTEST(last_message(), "message");
-    if (!w_->mensajes.vistos.empty()) {
-        QCOMPARE(w_->mensajes.vistos.size(), 1U);
-        QCOMPARE(w_->mensajes.vistos.back().estilo, 64);
-        QCOMPARE(entry->selectedText(), entry->text());
+    QLineEdit* entry = box(w_->datos(), "txttemp", 1);
+    struct Row {
+        const char *entered, *text, *message;
+    };
+    for (const Row& row :
+         {Row{"-5", "0", "Mínima temperatura = 0"}, Row{"1000", "1000", ""},
+          Row{"1000.5", "1000", "Máxima temperatura = 1000"}, Row{"", "", ""}, Row{"273.16", "273.16", ""}}) {
+        w_->mensajes.vistos.clear();
+        entry->setText(row.entered);
+        QCOMPARE(entry->text(), row.text);
+        QCOMPARE(w_->slot(1).temperature, QByteArray(row.text).toDouble());
+        QCOMPARE(last_message(), QString::fromUtf8(row.message));
+        if (*row.message) {
+            QCOMPARE(w_->mensajes.vistos.size(), 1U);
+            QCOMPARE(w_->mensajes.vistos.back().estilo, 64);
+            QCOMPARE(entry->selectedText(), entry->text());
+        }
     }
 }
 
@@ -274,19 +261,6 @@ void tst_frmdatos::keys_and_pastes_that_are_no_number_are_swallowed() {
         QGuiApplication::clipboard()->setText(row.pasted);
         QTest::keySequence(entry, QKeySequence::Paste);
         QCOMPARE(entry->text(), row.text);
-    }
-}
-
-void tst_frmdatos::entering_a_box_selects_its_text() {
-    frmdatos* window = w_->datos();
-    window->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(window));
-    for (const char* name : {"txttemp", "txtmol"}) {
-        QLineEdit* entry = box(window, name, 1);
-        QTest::mouseClick(entry, Qt::LeftButton);
-        QCOMPARE(entry->selectedText(), entry->text());
-        QTest::keyClicks(entry, "7");
-        QCOMPARE(entry->text(), "7");
     }
 }
 

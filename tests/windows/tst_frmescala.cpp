@@ -20,7 +20,6 @@ private slots:
     void equal_values_reach_the_range_check();
     void cancelling_changes_nothing();
     void it_goes_with_the_plot();
-    void keys_go_through_the_number_filter();
 
 private:
     QLineEdit* box(int i) { return VentanasGrafico::control<QLineEdit>(dialog_, "txtmm", i); }
@@ -193,16 +192,6 @@ void tst_frmescala::cancelling_changes_nothing() {
 void tst_frmescala::it_goes_with_the_plot() {
     plot_->close();
     QVERIFY(!w_->estado.open_window("frmescala"));
-}
-
-void tst_frmescala::keys_go_through_the_number_filter() {
-    dialog_->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(dialog_));
-    box(2)->setFocus(Qt::TabFocusReason);
-    box(1)->setFocus(Qt::TabFocusReason);
-    QCOMPARE(box(1)->selectedText(), box(1)->text());
-    QTest::keyClicks(box(1), "-0,.2x5.");
-    QCOMPARE(box(1)->text(), "0.25");
 }
 
 QTEST_MAIN(tst_frmescala)

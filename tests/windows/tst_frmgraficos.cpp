@@ -44,7 +44,6 @@ private slots:
     void opening_and_closing_is_announced();
     void the_layout_keeps_its_proportions();
     void curves_of_all_rows_are_on_the_sheet();
-    void dragging_zooms_data();
     void dragging_zooms();
     void zooming_into_the_two_phase_region_shows_the_tie_line();
     void the_first_corner_is_the_current_minimum_while_dragging();
@@ -53,7 +52,6 @@ private slots:
     void a_key_does_not_change_the_range_under_a_drag();
     void the_right_button_restores_the_defaults();
     void the_coordinates_under_the_pointer_are_shown();
-    void refused_ranges_leave_the_plot_and_warn_data();
     void refused_ranges_leave_the_plot_and_warn();
     void resizing_with_a_refused_range_warns_once();
     void the_keyboard_moves_zooms_and_goes_back();
@@ -151,26 +149,18 @@ void tst_frmgraficos::curves_of_all_rows_are_on_the_sheet() {
     QCOMPARE(curve_colours(plot_->grab().toImage()), std::set<int>());
 }
 
-void tst_frmgraficos::dragging_zooms_data() {
-    QTest::addColumn<bool>("right");
-    QTest::addColumn<bool>("down");
-    QTest::newRow("down right") << true << true;
-    QTest::newRow("up left") << false << false;
-    QTest::newRow("up right") << true << false;
-    QTest::newRow("down left") << false << true;
-}
-
 void tst_frmgraficos::dragging_zooms() {
-    QFETCH(bool, right);
-    QFETCH(bool, down);
     const QPoint low(100, 80), high(400, 300);
     const auto at = [&](bool x, bool y) { return QPoint((x ? high : low).x(), (y ? high : low).y()); };
     const auto corner = [&](QPoint p) { return graficos::to_data(p, QRectF(surface_->rect()), plot_->escena().range); };
     const graficos::Point a = corner(low), b = corner(high);
-    drag(at(!right, !down), at(right, down));
-    QVERIFY((range() == PlotRange{a.x, b.y, b.x, a.y}));
-    QVERIFY(plot_->escena().range == range());
-    QCOMPARE(control<QLabel>(plot_, "x0y0x")->text(), QString::fromStdString(tavo::Format(a.x, "####0.00")));
+    for (const auto& [right, down] : {std::pair{true, true}, {false, false}, {true, false}, {false, true}}) {
+        drag(at(!right, !down), at(right, down));
+        QVERIFY((range() == PlotRange{a.x, b.y, b.x, a.y}));
+        QVERIFY(plot_->escena().range == range());
+        QCOMPARE(control<QLabel>(plot_, "x0y0x")->text(), QString::fromStdString(tavo::Format(a.x, "####0.00")));
+        QTest::mouseClick(surface_, Qt::RightButton);  // the whole again
+    }
     QVERIFY(w_->mensajes.vistos.empty());
 }
 
@@ -270,28 +260,23 @@ void tst_frmgraficos::the_coordinates_under_the_pointer_are_shown() {
     QVERIFY(status.back().front().toString().contains(pressure));
 }
 
-void tst_frmgraficos::refused_ranges_leave_the_plot_and_warn_data() {
-    QTest::addColumn<QList<double>>("wanted");
-    QTest::addColumn<int>("text");
-    QTest::newRow("no height") << QList<double>{0, 7, 5, 7} << 162;
-    QTest::newRow("no width") << QList<double>{2, 0, 2, 7} << 164;
-    QTest::newRow("too high") << QList<double>{0, 0, 5, 1.5e8} << 165;
-    QTest::newRow("too wide") << QList<double>{0, 0, 1.5e8, 7} << 166;
-}
-
 void tst_frmgraficos::refused_ranges_leave_the_plot_and_warn() {
-    QFETCH(QList<double>, wanted);
-    QFETCH(int, text);
     const PlotRange drawn = plot_->escena().range;
-    range() = {wanted[0], wanted[1], wanted[2], wanted[3]};
-    plot_->dibuja();
-    QCOMPARE(w_->mensajes.vistos.size(), 1U);
-    QCOMPARE(w_->mensajes.vistos[0].texto, w_->estado.texto(text) + '\n' + w_->estado.texto(163));
-    QCOMPARE(w_->mensajes.vistos[0].estilo, 16);
-    QCOMPARE(w_->mensajes.vistos[0].titulo, "Advertencia");
-    QVERIFY(plot_->escena().range == drawn);
-    QCOMPARE(plot_->escena().curves.size(), 5U);
-    QCOMPARE(control<QLabel>(plot_, "x1y0")->text(), "5.00");
+    for (const auto& [wanted, text] : {std::pair{PlotRange{0, 7, 5, 7}, 162},
+                                       {PlotRange{2, 0, 2, 7}, 164},
+                                       {PlotRange{0, 0, 5, 1.5e8}, 165},
+                                       {PlotRange{0, 0, 1.5e8, 7}, 166}}) {
+        w_->mensajes.vistos.clear();
+        range() = wanted;
+        plot_->dibuja();
+        QCOMPARE(w_->mensajes.vistos.size(), 1U);
+        QCOMPARE(w_->mensajes.vistos[0].texto, w_->estado.texto(text) + '\n' + w_->estado.texto(163));
+        QCOMPARE(w_->mensajes.vistos[0].estilo, 16);
+        QCOMPARE(w_->mensajes.vistos[0].titulo, "Advertencia");
+        QVERIFY(plot_->escena().range == drawn);
+        QCOMPARE(plot_->escena().curves.size(), 5U);
+        QCOMPARE(control<QLabel>(plot_, "x1y0")->text(), "5.00");
+    }
 }
 
 void tst_frmgraficos::resizing_with_a_refused_range_warns_once() {

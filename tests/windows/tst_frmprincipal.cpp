@@ -71,7 +71,6 @@ private slots:
     void init();
     void cleanup();
 
-    void captions_data();
     void captions();
     void menus_hold_their_entries();
     void toolbar_positions_and_tips();
@@ -86,12 +85,10 @@ private slots:
     void units_back_and_forth();
     void a_failed_change_of_unit_leaves_the_ticks();
     void language_menu();
-    void choosing_a_language_data();
     void choosing_a_language();
     void a_language_gone_from_the_file();
     void a_refused_rewrite_changes_nothing();
     void an_active_language_without_a_section();
-    void shipped_languages_have_every_caption();
     void first_steps_come_and_go();
     void children_are_seen_whole_and_remember_their_place();
     void a_large_child_leaves_the_title_below_it_free();
@@ -100,7 +97,6 @@ private slots:
     void dialogs_stand_in_front();
     void status_line();
     void a_window_with_unsaved_data_can_hold_the_program_back();
-    void leaving_ends_the_program_data();
     void leaving_ends_the_program();
 
 private:
@@ -153,8 +149,8 @@ void tst_frmprincipal::start_with_all_windows() {
     start();
 }
 
-void tst_frmprincipal::captions_data() {
-    QTest::addColumn<QString>("caption");
+void tst_frmprincipal::captions() {
+    start();
     const QList<std::pair<const char*, const char*>> rows{
         {"mnuarchivos", "&1-th"},     {"mnunuevo", "&9-th"},     {"mnusalir", "&10-th"},
         {"mnudatos", "&2-th"},        {"mnuunidades", "&11-th"}, {"mnumoles", "&12-th"},
@@ -166,18 +162,10 @@ void tst_frmprincipal::captions_data() {
         {"mnutermo", "&23-th"},       {"mnutermosc", "&24-th"},  {"mnuidioma", "&7-th"},
         {"mnuayudas", "&8-th"},       {"mnuayuda", "&30-th..."}, {"mnuacercade", "&31-th ..."},
     };
-    for (const auto& [name, caption] : rows)
-        QTest::newRow(name) << caption;
-}
-
-void tst_frmprincipal::captions() {
-    QFETCH(QString, caption);
-    start();
-    const QString name = QTest::currentDataTag();
-    if (const auto* menu = principal_->findChild<QMenu*>(name))
-        QCOMPARE(menu->title(), caption);
-    else
-        QCOMPARE(entry(name)->text(), caption);
+    for (const auto& [name, caption] : rows) {
+        const auto* menu = principal_->findChild<QMenu*>(QLatin1String(name));
+        QCOMPARE(menu ? menu->title() : entry(name)->text(), caption);
+    }
 }
 
 void tst_frmprincipal::menus_hold_their_entries() {
@@ -253,36 +241,24 @@ void tst_frmprincipal::entries_open_their_windows_data() {
     QTest::addColumn<QString>("button");
     QTest::addColumn<QString>("window");
     QTest::addColumn<int>("mode");
-    QTest::newRow("mnudato") << "datos"
-                             << "frmdatos" << -1;
-    QTest::newRow("mnugases") << ""
-                              << "frmgases" << -1;
-    QTest::newRow("mnudibujos") << "graficas"
-                                << "frmgraficos" << -1;
-    QTest::newRow("mnuescala") << "escala"
-                               << "frmescala" << -1;
-    QTest::newRow("mnup") << ""
-                          << "frmcalculos" << 1;
-    QTest::newRow("mnuv") << ""
-                          << "frmcalculos" << 2;
-    QTest::newRow("mnut") << ""
-                          << "frmcalculos" << 3;
-    QTest::newRow("mnuf") << "f"
-                          << "frmcalculos" << 0;
-    QTest::newRow("mnuoperaciones") << "operaciones"
-                                    << "frmoperaciones" << -1;
-    QTest::newRow("mnutermo") << "tabla"
-                              << "frmtablaay" << -1;
-    QTest::newRow("mnucrit") << "tabla1"
-                             << "frmtabla" << -1;
-    QTest::newRow("mnutermosc") << "termometro"
-                                << "frmtermometro" << -1;
-    QTest::newRow("mnuacercade") << "acercade"
-                                 << "frmAbout" << -1;
-    QTest::newRow("mnuidiomas(4)") << ""
-                                   << "frmIdioma" << -1;
-    QTest::newRow("mnuayuda") << "ayuda"
-                              << "" << -1;
+    const auto row = [](const char* entry, const char* button, const char* window, int mode = -1) {
+        QTest::newRow(entry) << QString(button) << QString(window) << mode;
+    };
+    row("mnudato", "datos", "frmdatos");
+    row("mnugases", "", "frmgases");
+    row("mnudibujos", "graficas", "frmgraficos");
+    row("mnuescala", "escala", "frmescala");
+    row("mnup", "", "frmcalculos", 1);
+    row("mnuv", "", "frmcalculos", 2);
+    row("mnut", "", "frmcalculos", 3);
+    row("mnuf", "f", "frmcalculos", 0);
+    row("mnuoperaciones", "operaciones", "frmoperaciones");
+    row("mnutermo", "tabla", "frmtablaay");
+    row("mnucrit", "tabla1", "frmtabla");
+    row("mnutermosc", "termometro", "frmtermometro");
+    row("mnuacercade", "acercade", "frmAbout");
+    row("mnuidiomas(4)", "", "frmIdioma");
+    row("mnuayuda", "ayuda", "");
 }
 
 void tst_frmprincipal::entries_open_their_windows() {
@@ -410,27 +386,21 @@ void tst_frmprincipal::language_menu() {
     QCOMPARE(entry("mnuidiomas(5)")->text(), "&29-th");
 }
 
-void tst_frmprincipal::choosing_a_language_data() {
-    QTest::addColumn<int>("entry_number");
-    QTest::addColumn<QByteArray>("written");
-    QTest::newRow("another") << 2 << QByteArray("Beta & Co");
-    QTest::newRow("the same") << 1 << QByteArray("Alfa");
-}
-
 void tst_frmprincipal::choosing_a_language() {
-    QFETCH(int, entry_number);
-    QFETCH(QByteArray, written);
     start();
-    entry(QStringLiteral("mnuidiomas(%1)").arg(entry_number))->trigger();
-    QCOMPARE(mensajes_->vistos.size(), 1U);
-    QCOMPARE(mensajes_->vistos[0].texto, "&168-th");
-    QCOMPARE(mensajes_->vistos[0].estilo, 64);
-    QCOMPARE(mensajes_->vistos[0].titulo, "7-th");
-    QVERIFY(home_->read("idioma.lng").startsWith("[idioma]\r\nidioma=" + written + "\r\n"));
-    // The running program keeps its language.
-    QCOMPARE(estado_->language(), "ALFA");
-    QVERIFY(entry("mnuidiomas(1)")->isChecked() && !entry("mnuidiomas(2)")->isChecked());
-    QCOMPARE(entry("mnunuevo")->text(), "&9-th");
+    for (const auto& [chosen, written] : {std::pair{"mnuidiomas(2)", "Beta & Co"}, {"mnuidiomas(1)", "Alfa"}}) {
+        mensajes_->vistos.clear();
+        entry(chosen)->trigger();
+        QCOMPARE(mensajes_->vistos.size(), 1U);
+        QCOMPARE(mensajes_->vistos[0].texto, "&168-th");
+        QCOMPARE(mensajes_->vistos[0].estilo, 64);
+        QCOMPARE(mensajes_->vistos[0].titulo, "7-th");
+        QVERIFY(home_->read("idioma.lng").startsWith("[idioma]\r\nidioma=" + QByteArray(written) + "\r\n"));
+        // The running program keeps its language.
+        QCOMPARE(estado_->language(), "ALFA");
+        QVERIFY(entry("mnuidiomas(1)")->isChecked() && !entry("mnuidiomas(2)")->isChecked());
+        QCOMPARE(entry("mnunuevo")->text(), "&9-th");
+    }
 }
 
 void tst_frmprincipal::a_language_gone_from_the_file() {
@@ -462,27 +432,6 @@ void tst_frmprincipal::an_active_language_without_a_section() {
     QCOMPARE(principal_->findChild<QMenu*>("mnuarchivos")->title(), "");
     QCOMPARE(entry("mnunuevo")->text(), "");
     QVERIFY(!entry("mnuidiomas(1)")->isChecked() && !entry("mnuidiomas(2)")->isChecked());
-}
-
-void tst_frmprincipal::shipped_languages_have_every_caption() {
-    HogarTemporal shipped;
-    ApplicationState reader(shipped.path());
-    reader.load_languages();
-    const QStringList languages = reader.languages();
-    QVERIFY(languages.size() >= 2);
-    for (const QString& language : languages) {
-        cleanup();
-        init();
-        const QByteArray table = shipped.read("idioma.lng");
-        const qsizetype end = table.indexOf('\n', table.indexOf("idioma="));
-        std::string name = language.toStdString();
-        start("\xEF\xBB\xBF[idioma]\r\nidioma=" + QByteArray::fromStdString(name) +
-              QString::fromLatin1(table.mid(end - 1)).toUtf8());
-        for (const QAction* action : principal_->findChildren<QAction*>()) {
-            if (action->objectName().startsWith("mnu") && !action->isSeparator())
-                QVERIFY2(!action->text().isEmpty(), qPrintable(language + ' ' + action->objectName()));
-        }
-    }
 }
 
 void tst_frmprincipal::first_steps_come_and_go() {
@@ -605,24 +554,16 @@ void tst_frmprincipal::a_window_with_unsaved_data_can_hold_the_program_back() {
     QVERIFY(principal_->isVisible());
 }
 
-void tst_frmprincipal::leaving_ends_the_program_data() {
-    QTest::addColumn<QString>("way");
-    for (const char* way : {"mnusalir", "salir", ""})
-        QTest::newRow(*way ? way : "the window's own button") << way;
-}
-
 void tst_frmprincipal::leaving_ends_the_program() {
-    QFETCH(QString, way);
-    start_with_all_windows();
-    estado_->show_window("frmescala");  // a dialog left open does not hold the program back
-    QTimer::singleShot(0, &*principal_, [&] {
-        if (way.isEmpty())
-            principal_->close();
-        else
-            entry(way)->trigger();
-    });
-    QTimer::singleShot(5000, &*principal_, [] { QCoreApplication::exit(9); });
-    QCOMPARE(QCoreApplication::exec(), 0);
+    for (const char* way : {"mnusalir", "salir", ""}) {  // the last: the window's own button
+        cleanup();
+        init();
+        start_with_all_windows();
+        estado_->show_window("frmescala");  // a dialog left open does not hold the program back
+        QTimer::singleShot(0, &*principal_, [&] { *way ? entry(way)->trigger() : void(principal_->close()); });
+        QTimer::singleShot(5000, &*principal_, [] { QCoreApplication::exit(9); });
+        QCOMPARE(QCoreApplication::exec(), 0);
+    }
 }
 
 QTEST_MAIN(tst_frmprincipal)

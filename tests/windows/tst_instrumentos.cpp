@@ -68,7 +68,6 @@ private slots:
 
     void the_hand_tells_the_value_data() { instruments(); }
     void the_hand_tells_the_value();
-    void keys_and_wheel_data();
     void keys_and_wheel();
     void a_screen_reader_hears_and_moves_it_data() { instruments(); }
     void a_screen_reader_hears_and_moves_it();
@@ -147,50 +146,40 @@ void tst_instrumentos::the_hand_tells_the_value() {
     QVERIFY(moved.isEmpty());
 }
 
-void tst_instrumentos::keys_and_wheel_data() {
-    QTest::addColumn<double>("from");
-    QTest::addColumn<int>("key");  // 0: a notch of the wheel
-    QTest::addColumn<bool>("shift");
-    QTest::addColumn<double>("to");  // NaN: nothing is said
-    const double nothing = std::nan("");
-    QTest::newRow("up") << 4.0 << static_cast<int>(Qt::Key_Up) << false << 4.2;
-    QTest::newRow("right") << 4.0 << static_cast<int>(Qt::Key_Right) << false << 4.2;
-    QTest::newRow("down a tenth") << 4.0 << static_cast<int>(Qt::Key_Down) << true << 3.98;
-    QTest::newRow("page up") << 4.0 << static_cast<int>(Qt::Key_PageUp) << false << 6.0;
-    QTest::newRow("page down to the limit") << 1.5 << static_cast<int>(Qt::Key_PageDown) << false << 0.0;
-    QTest::newRow("home") << 4.0 << static_cast<int>(Qt::Key_Home) << false << 0.0;
-    QTest::newRow("end") << 4.0 << static_cast<int>(Qt::Key_End) << false << 10.0;
-    QTest::newRow("up at the limit") << 10.0 << static_cast<int>(Qt::Key_Up) << false << nothing;
-    QTest::newRow("down from beyond the limit") << 13.0 << static_cast<int>(Qt::Key_Down) << false << 9.8;
-    QTest::newRow("up from beyond the limit") << 13.0 << static_cast<int>(Qt::Key_Up) << false << 10.0;
-    QTest::newRow("a letter") << 4.0 << static_cast<int>(Qt::Key_A) << false << nothing;
-    QTest::newRow("wheel") << 4.0 << 0 << false << 4.2;
-    QTest::newRow("wheel, a tenth") << 4.0 << 0 << true << 4.02;
-}
-
 void tst_instrumentos::keys_and_wheel() {
-    QFETCH(double, from);
-    QFETCH(int, key);
-    QFETCH(bool, shift);
-    QFETCH(double, to);
-    Instrumento* piston = banco_->piston.pctpiston;
-    piston->set_value(from);
-    QSignalSpy stepped(piston, &Instrumento::key_step);
-    const Qt::KeyboardModifiers modifiers = shift ? Qt::ShiftModifier : Qt::NoModifier;
-    const auto wheel = [&] {
-        QWheelEvent notch({5, 5}, piston->mapToGlobal(QPointF(5, 5)), {}, {0, 120}, Qt::NoButton, modifiers,
-                          Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(piston, &notch);
-        return notch.isAccepted();
+    constexpr Qt::Key WHEEL{};  // a notch of it
+    const double nothing = std::nan("");
+    struct Row {
+        double from;
+        Qt::Key key;
+        bool shift;
+        double to;  // NaN: nothing is said
     };
-    piston->clearFocus();
-    QVERIFY(!wheel() && stepped.isEmpty());
-    piston->setFocus();
-    if (key == 0)
-        QVERIFY(wheel());
-    else
-        QTest::keyClick(piston, static_cast<Qt::Key>(key), modifiers);
-    QCOMPARE(said(stepped), to);
+    Instrumento* piston = banco_->piston.pctpiston;
+    for (const Row& row :
+         {Row{4.0, Qt::Key_Up, false, 4.2}, Row{4.0, Qt::Key_Right, false, 4.2}, Row{4.0, Qt::Key_Down, true, 3.98},
+          Row{4.0, Qt::Key_PageUp, false, 6.0}, Row{1.5, Qt::Key_PageDown, false, 0.0},
+          Row{4.0, Qt::Key_Home, false, 0.0}, Row{4.0, Qt::Key_End, false, 10.0}, Row{10.0, Qt::Key_Up, false, nothing},
+          Row{13.0, Qt::Key_Down, false, 9.8}, Row{13.0, Qt::Key_Up, false, 10.0}, Row{4.0, Qt::Key_A, false, nothing},
+          Row{4.0, WHEEL, false, 4.2}, Row{4.0, WHEEL, true, 4.02}}) {
+        piston->set_value(row.from);
+        QSignalSpy stepped(piston, &Instrumento::key_step);
+        const Qt::KeyboardModifiers modifiers = row.shift ? Qt::ShiftModifier : Qt::NoModifier;
+        const auto wheel = [&] {
+            QWheelEvent notch({5, 5}, piston->mapToGlobal(QPointF(5, 5)), {}, {0, 120}, Qt::NoButton, modifiers,
+                              Qt::NoScrollPhase, false);
+            QCoreApplication::sendEvent(piston, &notch);
+            return notch.isAccepted();
+        };
+        piston->clearFocus();
+        QVERIFY(!wheel() && stepped.isEmpty());
+        piston->setFocus();
+        if (row.key == WHEEL)
+            QVERIFY(wheel());
+        else
+            QTest::keyClick(piston, row.key, modifiers);
+        QCOMPARE(said(stepped), row.to);
+    }
 }
 
 void tst_instrumentos::a_screen_reader_hears_and_moves_it() {

@@ -37,22 +37,18 @@ QString tied(const char* sentence) {
 class tst_texto_estado : public QObject {
     Q_OBJECT
 private slots:
-    void state_data();
     void state();
     void stretched();
     void withoutCoexistence();
-    void failure_data();
     void failure();
     void theLineHoldsAsManyLinesAsItIsMadeFor();
 };
 
-void tst_texto_estado::state_data() {
-    QTest::addColumn<int>("phase");
-    QTest::addColumn<int>("root");
-    QTest::addColumn<double>("stable");
-    QTest::addColumn<QString>("sentence");
+void tst_texto_estado::state() {
     const auto row = [](Phase phase, Root root, double stable, const char* sentence) {
-        QTest::newRow(sentence) << static_cast<int>(phase) << static_cast<int>(root) << stable << tied(sentence);
+        QCOMPARE(
+            texto_estado(LITERALS, output_of(phase, root, stable), {}, QStringLiteral("cm³"), QStringLiteral("mmHg")),
+            tied(sentence));
     };
     row(Phase::Gas, Root::Only, 0.0, "Gas.");
     row(Phase::Liquid, Root::Liquid, 0.0, "Líquido. Este volumen es la raíz del líquido.");
@@ -71,15 +67,6 @@ void tst_texto_estado::state_data() {
         "líquido (V~=~90~cm³).");
 }
 
-void tst_texto_estado::state() {
-    QFETCH(int, phase);
-    QFETCH(int, root);
-    QFETCH(double, stable);
-    QFETCH(QString, sentence);
-    const Output out = output_of(static_cast<Phase>(phase), static_cast<Root>(root), stable);
-    QCOMPARE(texto_estado(LITERALS, out, {}, QStringLiteral("cm³"), QStringLiteral("mmHg")), sentence);
-}
-
 void tst_texto_estado::stretched() {
     Output out = output_of(Phase::SuperheatedLiquid, Root::Only, 0.0);
     out.p = -840.0;
@@ -94,11 +81,9 @@ void tst_texto_estado::withoutCoexistence() {
              QStringLiteral("Estado inestable: aquí la presión del modelo crece con el volumen."));
 }
 
-void tst_texto_estado::failure_data() {
-    QTest::addColumn<int>("reason");
-    QTest::addColumn<QString>("sentence");
+void tst_texto_estado::failure() {
     const auto row = [](Reason reason, const char* sentence) {
-        QTest::newRow(sentence) << static_cast<int>(reason) << tied(sentence);
+        QCOMPARE(texto_fallo(LITERALS, Unsolvable(reason, "detail", 0.042867), QStringLiteral("cm³")), tied(sentence));
     };
     row(Reason::SmallMu, "<93>");
     row(Reason::InsideCovolume,
@@ -107,13 +92,6 @@ void tst_texto_estado::failure_data() {
         "El cálculo, que parte del volumen del gas ideal, no llega al volumen buscado. Esa presión la da V~=~42.87~"
         "cm³.");
     row(Reason::NotFinite, "El cálculo no da un resultado finito.");
-}
-
-void tst_texto_estado::failure() {
-    QFETCH(int, reason);
-    QFETCH(QString, sentence);
-    const Unsolvable error(static_cast<Reason>(reason), "detail", 0.042867);
-    QCOMPARE(texto_fallo(LITERALS, error, QStringLiteral("cm³")), sentence);
 }
 
 void tst_texto_estado::theLineHoldsAsManyLinesAsItIsMadeFor() {
