@@ -94,7 +94,10 @@ bool HTMLHelp::leer(const std::filesystem::path& path) {
         return true;
     const QString name = QFileInfo(estado_.help_path()).fileName();
     try {
-        libro_ = std::make_shared<const tavo::chm::ChmFile>(tavo::chm::ChmFile::open(path));
+        auto libro = std::make_shared<const tavo::chm::ChmFile>(tavo::chm::ChmFile::open(path));
+        if (libro->pages().empty())
+            throw tavo::chm::DamagedHelp("there is no page in it");
+        libro_ = std::move(libro);
     } catch (const tavo::FileNotFound&) {
         mensajes_.mostrar(estado_.texto(36), 64, {});
         return false;

@@ -37,14 +37,14 @@ std::string bytes_of(const std::filesystem::path& path, std::size_t most) {
         throw FileNotFound(path.filename().string() + " is missing");
     const auto size = std::filesystem::file_size(path, error);
     if (error)
-        throw DamagedHelp(path.filename().string() + " cannot be read: " + error.message());
+        throw DamagedHelp("it cannot be read: " + error.message());
     if (size > most)
-        throw DamagedHelp(path.filename().string() + ": the help file is too large");
+        throw DamagedHelp("the help file is too large");
     std::string bytes(static_cast<std::size_t>(size), '\0');
     std::ifstream file(path, std::ios::binary);
     file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     if (!file)
-        throw DamagedHelp(path.filename().string() + " cannot be read");
+        throw DamagedHelp("it cannot be read");
     return bytes;
 }
 
