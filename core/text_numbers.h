@@ -187,7 +187,6 @@ inline constexpr auto TEXT_NUMBERS = std::to_array<TextNumber>({
     {440, "pattern: a caption followed by a colon"},
     {441, "pattern: a caption, a colon and a value"},
     {442, "pattern: the question on closing"},
-    {500, "status tip of a menu entry whose window this version does not contain yet"},
     {501, "heading of the start page in the empty main window"},
     {502, "describes the link \"Gases and conditions\" (start page, status tip)"},
     {503, "describes the link to the calculations window (start page, status tip)"},

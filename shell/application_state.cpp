@@ -219,10 +219,6 @@ void ApplicationState::register_window(const QString& name, Factory factory) {
     impl_->factories[name] = std::move(factory);
 }
 
-bool ApplicationState::has_window(const QString& name) const {
-    return impl_->factories.contains(name);
-}
-
 QStringList ApplicationState::window_names() const {
     QStringList names;
     for (const auto& [name, factory] : impl_->factories)

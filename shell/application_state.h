@@ -110,7 +110,6 @@ public:
     // as a child inside it.
     using Factory = std::function<QWidget*()>;
     void register_window(const QString& name, Factory factory);
-    bool has_window(const QString& name) const;       // a factory is known: its menu entry can be enabled
     QStringList window_names() const;                 // all that are registered, in alphabetical order
     QWidget* window(const QString& name);             // created if needed, not shown; nullptr without a factory
     QWidget* open_window(const QString& name) const;  // nullptr while it does not exist

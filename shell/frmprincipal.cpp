@@ -239,7 +239,6 @@ void frmprincipal::crear_menus() {
         QAction* action = by_name[row.menu]->addAction(icono(row.icon), QString());
         action->setObjectName(row.name);
         action->setShortcut(QKeySequence(row.shortcut));
-        action->setEnabled(disponible(row));
         connect(action, &QAction::triggered, this, row.handler);
         acciones_[row.name] = action;
     }
@@ -263,7 +262,6 @@ void frmprincipal::crear_barra() {
         }
         QAction* action = Toolbar1->addAction(icono(row.key), QString());
         action->setObjectName(row.key);
-        action->setEnabled(menu_entry(row.menu)->isEnabled());
         action->setCheckable(menu_entry(row.menu)->isCheckable());
         connect(action, &QAction::triggered, this, [this, key = row.key] { Toolbar1_ButtonClick(key); });
         Toolbar1->widgetForAction(action)->setObjectName(row.key);
@@ -300,12 +298,6 @@ QAction* frmprincipal::menu_entry(const QString& name) const {
     return acciones_.value(name);
 }
 
-bool frmprincipal::disponible(const Entrada& entrada) const {
-    if (entrada.name == QLatin1String("mnuayuda"))
-        return static_cast<bool>(ayuda_);
-    return entrada.window.isEmpty() || estado_.has_window(entrada.window);
-}
-
 void frmprincipal::mostrar_idiomas() {
     // An entry may be the one that is being clicked: it goes when its handler has ended.
     const QList<QAction*> old = mnuidioma->actions();
@@ -328,12 +320,8 @@ void frmprincipal::mostrar_idiomas() {
     }
     mnuidioma->addSeparator()->setObjectName(indexed(QStringLiteral("mnuidiomas"), i));
     QAction* editor = mnuidioma->addAction(icono(QStringLiteral("idioma")), estado_.texto(29));
-    const bool possible = estado_.has_window(QStringLiteral("frmIdioma"));
     editor->setObjectName(indexed(QStringLiteral("mnuidiomas"), i + 1));
-    editor->setEnabled(possible);
-    editor->setStatusTip(possible
-                             ? estado_.texto(523, QStringLiteral("Corrige los textos y añade idiomas"))
-                             : estado_.texto(500, QStringLiteral("Esta parte no está en esta versión del programa")));
+    editor->setStatusTip(estado_.texto(523, QStringLiteral("Corrige los textos y añade idiomas")));
     connect(editor, &QAction::triggered, this, [this, i] { mnuidiomas_Click(i + 1); });
 }
 
@@ -354,11 +342,10 @@ void frmprincipal::MDIForm_Load() {
 void frmprincipal::poner_captions() {
     for (const Menu& row : menus())
         menu_entry(row.name)->setText(estado_.texto(row.caption));
-    const QString missing = estado_.texto(500, QStringLiteral("Esta parte no está en esta versión del programa"));
     for (const Entrada& row : entradas()) {
         QAction* action = menu_entry(row.name);
         action->setText(estado_.texto(row.caption) + row.suffix);
-        action->setStatusTip(disponible(row) ? estado_.texto(row.tip, row.tip_literal) : missing);
+        action->setStatusTip(estado_.texto(row.tip, row.tip_literal));
     }
     primeros_pasos_->set_encabezados(
         estado_.texto(532, QStringLiteral("Gases reales, isotermas y equilibrio líquido-vapor")),
@@ -395,11 +382,8 @@ void frmprincipal::habilitar(const QString& menu, bool possible) {
 }
 
 void frmprincipal::habilitar_graficos(bool open) {
-    for (const char* window : {"frmgraficos", "frmescala"}) {
-        const QString menu = QLatin1String(window) == QLatin1String("frmgraficos") ? QStringLiteral("mnudibujos")
-                                                                                   : QStringLiteral("mnuescala");
-        habilitar(menu, open && estado_.has_window(window));
-    }
+    for (const char* menu : {"mnudibujos", "mnuescala"})
+        habilitar(QLatin1String(menu), open);
     lbcoordenadas->setVisible(open);  // without a plot its room belongs to the sentences
 }
 
@@ -604,7 +588,7 @@ void frmprincipal::changeEvent(QEvent* event) {
 }
 
 bool frmprincipal::eventFilter(QObject* watched, QEvent* event) {
-    // Menus keep the tips of their disabled entries to themselves; here they tell why.
+    // Menus keep the tips of their disabled entries to themselves.
     const auto* menu = event->type() == QEvent::MouseMove ? qobject_cast<QMenu*>(watched) : nullptr;
     const QAction* pointed = menu ? menu->actionAt(static_cast<QMouseEvent*>(event)->position().toPoint()) : nullptr;
     if (pointed && !pointed->isEnabled())

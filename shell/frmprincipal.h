@@ -80,7 +80,6 @@ private:
     void poner_captions();
     void poner_textos_de_barra();
     void habilitar(const QString& menu, bool possible);
-    bool disponible(const Entrada& entrada) const;
     void habilitar_graficos(bool open);
     void calcular(int mode);
     void mostrar_ventana(QWidget* ventana);

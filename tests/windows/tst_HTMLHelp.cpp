@@ -60,7 +60,7 @@ private:
         QTest::keyClick(window->windowHandle(), Qt::Key_F1);
     }
 
-    QByteArray whole_;
+    QByteArray whole_, without_pages_;
     std::optional<HogarTemporal> home_;
     MensajesPrueba boxes_;
     ElegirPrueba files_;
@@ -79,6 +79,8 @@ void tst_HTMLHelp::initTestCase() {
     const HogarTemporal home;
     compilar_ayuda(home.path() / "help.chm", pages);
     whole_ = home.read("help.chm");
+    without_pages_ = whole_;
+    without_pages_.replace(".html", ".text");  // in the list of names, which is not packed
 }
 
 void tst_HTMLHelp::init() {
@@ -121,8 +123,6 @@ void tst_HTMLHelp::f1_opens_the_page_of_the_window() {
     } else if (name.isEmpty()) {
         f1(&*principal_);
     } else {
-        if (!estado_->has_window(name))
-            estado_->register_window(name, [] { return new QWidget; });
         estado_->show_window(name);
         f1(estado_->open_window(name)->window());
     }
@@ -152,6 +152,7 @@ void tst_HTMLHelp::what_cannot_be_opened_is_told_data() {
     QTest::newRow("missing") << QByteArray() << 64 << "No se encuentra el archivo de ayuda de este idioma.";
     QTest::newRow("empty") << QByteArray("") << 0 << damaged;
     QTest::newRow("cut") << whole_.first(3000) << 0 << damaged;
+    QTest::newRow("without pages") << without_pages_ << 0 << damaged;
     QTest::newRow("text") << QByteArray(5000, 'x') << 0 << damaged;
 }
 

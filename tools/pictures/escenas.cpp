@@ -96,11 +96,9 @@ void Escenas::retratar_ayuda(QWidget* visor) {
     tomar_(QStringLiteral("frmayuda"), picture_of(visor));
 }
 
-/// The window with its frame, or a dialog; nothing for a window that the program has not.
+/// The window with its frame, or a dialog.
 void Escenas::tomar_ventana(const char* name, const std::function<void(QWidget*)>& preparar, bool keep) {
     const QString key = QLatin1String(name);
-    if (!estado_.has_window(key))
-        return;
     estado_.show_window(key);
     settle();
     QWidget* window = estado_.open_window(key);

@@ -209,11 +209,6 @@ void frmdatos::crear_botones() {
 }
 
 void frmdatos::textos_ayuda() {
-    const bool parameters = estado_.has_window(PARAMETER_WINDOW);
-    btparametros->setEnabled(parameters);
-    if (!parameters)
-        btparametros->setToolTip(estado_.texto(500, QStringLiteral("Esta parte no está en esta versión del programa")));
-    btactualiza->setEnabled(estado_.has_window(PLOT_WINDOW));
     const QString search = estado_.texto(555, QStringLiteral("Escriba una parte del nombre para buscar el gas"));
     const QString pattern = estado_.texto(556, QStringLiteral("%1, fila %2"));
     for (int i = 1; i <= ROWS; ++i) {
