@@ -24,6 +24,7 @@ namespace {
 
 constexpr std::array ZOOMS{0.6, 0.7, 0.8, 0.9, 1.0, 1.1, 1.25, 1.5, 1.75, 2.0, 2.5, 3.0};
 constexpr int STATUS_SHOWN = 8'000;  // ms
+constexpr int CONTENTS = 270;        // width; on a small screen three tenths of the window
 
 bool for_the_browser(const QUrl& address) {
     return address.scheme() == QLatin1String("http") || address.scheme() == QLatin1String("https");
@@ -53,6 +54,8 @@ frmayuda::frmayuda(ApplicationState& estado, Impresora& impresora, Exterior& ext
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
     resize(QSize(940, 700).boundedTo(screen.size() * 0.92));
     move(screen.right() - width() - 12, screen.top() + (screen.height() - height()) / 2);
+    const int contents = std::min(CONTENTS, width() * 3 / 10);
+    divisor_->setSizes({contents, width() - contents});
 }
 
 QAction* frmayuda::accion(const char* name, const QString& tip, const QList<QKeySequence>& keys,
@@ -121,7 +124,6 @@ void frmayuda::crear_paneles() {
     divisor_->addWidget(right);
     divisor_->setStretchFactor(1, 1);
     divisor_->setChildrenCollapsible(false);
-    divisor_->setSizes({270, 670});
     setCentralWidget(divisor_);
     statusBar()->setSizeGripEnabled(true);
 
