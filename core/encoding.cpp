@@ -67,14 +67,18 @@ std::uint8_t byte(char c) {
     return static_cast<std::uint8_t>(c);
 }
 
-struct Decoded {
-    char32_t character;
-    std::size_t length;  // 0: the bytes are not UTF-8
-};
+std::optional<char> windows1252(char32_t c) {
+    if (c < 0x80 || (c >= 0xA0 && c < 0x100))
+        return static_cast<char>(c);
+    const auto found = std::find(HIGH_CONTROLS.begin(), HIGH_CONTROLS.end(), c);
+    if (found == HIGH_CONTROLS.end())
+        return std::nullopt;
+    return static_cast<char>(0x80 + (found - HIGH_CONTROLS.begin()));
+}
 
-// The character at the beginning of a text that is not empty. Overlong forms, surrogates and values above 10FFFF are
-// no characters.
-Decoded decode(std::string_view text) {
+}  // namespace
+
+Utf8Character first_character(std::string_view text) {
     const std::uint8_t lead = byte(text[0]);
     if (lead < 0x80)
         return {lead, 1};
@@ -92,17 +96,6 @@ Decoded decode(std::string_view text) {
         return {0, 0};
     return {c, length};
 }
-
-std::optional<char> windows1252(char32_t c) {
-    if (c < 0x80 || (c >= 0xA0 && c < 0x100))
-        return static_cast<char>(c);
-    const auto found = std::find(HIGH_CONTROLS.begin(), HIGH_CONTROLS.end(), c);
-    if (found == HIGH_CONTROLS.end())
-        return std::nullopt;
-    return static_cast<char>(0x80 + (found - HIGH_CONTROLS.begin()));
-}
-
-}  // namespace
 
 void append_utf8(std::string& out, char32_t c) {
     const auto put = [&out](char32_t value) { out.push_back(static_cast<char>(value)); };
@@ -127,7 +120,7 @@ std::string valid_utf8(std::string_view text) {
     std::string result;
     result.reserve(text.size());
     while (!text.empty()) {
-        const std::size_t length = decode(text).length;
+        const std::size_t length = first_character(text).length;
         if (length == 0)
             append_utf8(result, REPLACEMENT);
         else
@@ -151,8 +144,8 @@ std::optional<std::string> windows1252_from_utf8(std::string_view text) {
     std::string bytes;
     bytes.reserve(text.size());
     while (!text.empty()) {
-        const Decoded d = decode(text);
-        const auto b = d.length == 0 ? std::nullopt : windows1252(d.character);
+        const Utf8Character d = first_character(text);
+        const auto b = d.length == 0 ? std::nullopt : windows1252(d.code);
         if (!b)
             return std::nullopt;
         bytes.push_back(*b);
@@ -166,9 +159,9 @@ std::string lower(std::string_view text) {
     result.reserve(text.size());
     while (!text.empty()) {
         const char c = text[0];
-        const Decoded d = decode(text);
+        const Utf8Character d = first_character(text);
         if (d.length > 1)
-            append_utf8(result, lower(d.character));
+            append_utf8(result, lower(d.code));
         else
             result.push_back(c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c);
         text.remove_prefix(std::max<std::size_t>(d.length, 1));
@@ -180,7 +173,7 @@ std::string_view without_last_character(std::string_view text) {
     std::size_t start = text.size() - 1;
     while (start > 0 && text.size() - start < 4 && (byte(text[start]) & 0xC0) == 0x80)
         --start;
-    const bool whole = decode(text.substr(start)).length == text.size() - start;
+    const bool whole = first_character(text.substr(start)).length == text.size() - start;
     return text.substr(0, whole ? start : text.size() - 1);
 }
 

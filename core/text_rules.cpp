@@ -10,14 +10,6 @@ namespace {
 
 constexpr int FIRST_MENU = 1, LAST_MENU = 8;
 
-/// Bytes of the character at the beginning of a text that is not empty.
-std::size_t character_length(std::string_view text) {
-    std::size_t length = 1;
-    while (length < text.size() && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80)
-        ++length;
-    return length;
-}
-
 }  // namespace
 
 std::vector<int> MnemonicGroup::all() const {
@@ -62,7 +54,7 @@ std::string mnemonic(std::string_view text) {
          at = text.find('&', at + 2)) {
         const std::string_view rest = text.substr(at + 1);
         if (rest.front() != '&' && rest.front() != ' ')
-            return lower(rest.substr(0, character_length(rest)));
+            return lower(rest.substr(0, std::max<std::size_t>(first_character(rest).length, 1)));
     }
     return {};
 }

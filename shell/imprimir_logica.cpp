@@ -4,6 +4,7 @@
 #include <charconv>
 #include <iterator>
 
+#include "core/encoding.h"
 #include "core/numtext.h"
 
 namespace imprimir {
@@ -35,37 +36,22 @@ bool among(char32_t c, const Range (&ranges)[N]) {
     return found != std::end(ranges) && c >= found->first;
 }
 
-struct Character {
-    char32_t code;
-    size_t bytes;
-};
-
 /// The character at a place; a byte that begins none stands for itself.
-Character character_at(std::string_view text, size_t at) {
-    const auto byte = [&](size_t i) { return static_cast<unsigned char>(text[i]); };
-    const char32_t first = byte(at);
-    const size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : first >= 0xC0 ? 2 : 1;
-    if (length == 1 || at + length > text.size())
-        return {first, 1};
-    char32_t code = first & (0x7Fu >> length);
-    for (size_t i = 1; i < length; ++i) {
-        if ((byte(at + i) & 0xC0u) != 0x80u)
-            return {first, 1};
-        code = (code << 6) | (byte(at + i) & 0x3Fu);
-    }
-    return {code, length};
+tavo::Utf8Character character_at(std::string_view text, size_t at) {
+    const tavo::Utf8Character c = tavo::first_character(text.substr(at));
+    return c.length > 0 ? c : tavo::Utf8Character{static_cast<unsigned char>(text[at]), 1};
 }
 
 /// Where the character at a place ends, with all that stands on it.
 size_t end_of_character(std::string_view text, size_t at) {
-    Character c = character_at(text, at);
-    at += c.bytes;
+    tavo::Utf8Character c = character_at(text, at);
+    at += c.length;
     while (at < text.size()) {
         const bool joined = c.code == JOINER;
         c = character_at(text, at);
         if (!joined && !among(c.code, MARKS))
             break;
-        at += c.bytes;
+        at += c.length;
     }
     return at;
 }
@@ -184,9 +170,9 @@ std::string rule(const std::vector<Column>& columns) {
 int columnas(std::string_view texto) {
     int columns = 0;
     for (size_t at = 0; at < texto.size();) {
-        const Character c = character_at(texto, at);
+        const tavo::Utf8Character c = character_at(texto, at);
         columns += among(c.code, MARKS) ? 0 : among(c.code, WIDE) ? 2 : 1;
-        at += c.bytes;
+        at += c.length;
     }
     return columns;
 }

@@ -4,9 +4,9 @@
 #include <array>
 #include <charconv>
 #include <cstdint>
-#include <optional>
 
 #include "core/encoding.h"
+#include "core/errors.h"
 
 namespace tavo::help {
 
@@ -62,43 +62,6 @@ std::string one_line(std::string_view text) {
             result += ' ';
     }
     return result;
-}
-
-/// Code point at `at` of a UTF-8 text, which moves behind it; empty where the bytes are not UTF-8.
-std::optional<char32_t> next_character(std::string_view text, std::size_t& at) {
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    const unsigned char first = byte(at);
-    const std::size_t length = first < 0x80   ? 1
-                               : first < 0xC2 ? 0
-                               : first < 0xE0 ? 2
-                               : first < 0xF0 ? 3
-                               : first < 0xF5 ? 4
-                                              : 0;
-    if (length == 0 || at + length > text.size())
-        return std::nullopt;
-    char32_t c = length == 1 ? first : first & (0x7FU >> length);
-    for (std::size_t i = at + 1; i < at + length; ++i) {
-        if ((byte(i) & 0xC0U) != 0x80)
-            return std::nullopt;
-        c = (c << 6U) | (byte(i) & 0x3FU);
-    }
-    constexpr std::array<char32_t, 5> SMALLEST{0, 0, 0x80, 0x800, 0x10000};
-    if (c < SMALLEST[length] || c > 0x10FFFF || (c >= 0xD800 && c < 0xE000))
-        return std::nullopt;
-    at += length;
-    return c;
-}
-
-void append_utf8(std::string& text, char32_t c) {
-    const auto add = [&text](char32_t byte) { text += static_cast<char>(static_cast<unsigned char>(byte)); };
-    if (c < 0x80) {
-        add(c);
-        return;
-    }
-    const unsigned rest = c < 0x800 ? 1 : c < 0x10000 ? 2 : 3;
-    add(((0xF00U >> rest) & 0xFFU) | (c >> (6 * rest)));
-    for (unsigned i = rest; i-- > 0;)
-        add(0x80U | ((c >> (6 * i)) & 0x3FU));
 }
 
 struct Attribute {
@@ -473,14 +436,16 @@ std::string Problem::text() const {
 
 bool check_characters(std::string_view text, const std::string& file, Problems& problems) {
     int line = 1;
-    for (std::size_t i = 0; i < text.size();) {
-        const auto c = next_character(text, i);
-        if (!c || *c == 0xFFFD || (*c < 0x20 && !is_blank(static_cast<char>(*c))) || (*c >= 0x7F && *c < 0xA0)) {
-            problems.push_back({file, line, c ? "a control character" : "not UTF-8"});
+    while (!text.empty()) {
+        const auto [c, length] = first_character(text);
+        const bool control = (c < 0x20 && !is_blank(static_cast<char>(c))) || (c >= 0x7F && c < 0xA0);
+        if (length == 0 || c == 0xFFFD || control) {
+            problems.push_back({file, line, length > 0 ? "a control character" : "not UTF-8"});
             return false;
         }
-        if (*c == '\n')
+        if (c == '\n')
             ++line;
+        text.remove_prefix(length);
     }
     return true;
 }
@@ -502,13 +467,15 @@ Page read_page(std::string_view html, const std::string& file, Problems& problem
 
 std::string with_references(std::string_view utf8) {
     std::string result;
-    for (std::size_t i = 0; i < utf8.size();) {
-        const std::size_t begin = i;
-        const char32_t c = next_character(utf8, i).value();
-        if (const auto byte = windows1252_from_utf8(utf8.substr(begin, i - begin)))
+    while (!utf8.empty()) {
+        const auto [c, length] = first_character(utf8);
+        if (length == 0)
+            throw InvalidArgument("a text that is not UTF-8");
+        if (const auto byte = windows1252_from_utf8(utf8.substr(0, length)))
             result += *byte;
         else
             result += "&#" + std::to_string(static_cast<std::uint32_t>(c)) + ";";
+        utf8.remove_prefix(length);
     }
     return result;
 }

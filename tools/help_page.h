@@ -65,7 +65,7 @@ Page read_page(std::string_view html, const std::string& file, Problems& problem
 /// height of `sizes`, those that are not among them are left out. `html` is what read_page found no fault with.
 std::string compiled_page(std::string_view html, const Page& page, const std::map<std::string, Size>& sizes);
 
-/// The text in Windows-1252, other characters as "&#number;".
+/// The text in Windows-1252, other characters as "&#number;". Throws InvalidArgument where it is not UTF-8.
 std::string with_references(std::string_view utf8);
 /// Adds what keeps a text from being UTF-8 without control characters. False when something does.
 bool check_characters(std::string_view text, const std::string& file, Problems& problems);
