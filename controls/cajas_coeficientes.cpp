@@ -19,7 +19,7 @@ constexpr std::array PATTERNS{"####0.00000", "####0.00000", "####0.000000", "###
 constexpr const char* MU_PATTERN = "####0.0000";
 
 QString text_of(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    return QString::fromUtf8(text);
 }
 
 QString all_digits(double value) {

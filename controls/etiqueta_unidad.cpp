@@ -9,7 +9,7 @@
 EtiquetaUnidad::EtiquetaUnidad(tavo::Global::UnitFamily family, QWidget* padre) : QLabel(padre), family_(family) {
     enlace::prepare(this);
     const auto base = tavo::Global::unit_labels(family).front();
-    setText(QString::fromUtf8(base.data(), static_cast<qsizetype>(base.size())));
+    setText(QString::fromUtf8(base));
     underline();
 }
 
@@ -25,7 +25,7 @@ void EtiquetaUnidad::set_silent(bool silent) {
 QSize EtiquetaUnidad::sizeHint() const {
     int widest = 0;
     for (const std::string_view label : tavo::Global::unit_labels(family_)) {
-        const QString text = QString::fromUtf8(label.data(), static_cast<qsizetype>(label.size()));
+        const QString text = QString::fromUtf8(label);
         widest = std::max(widest, fontMetrics().horizontalAdvance(text));
     }
     const QSize own = QLabel::sizeHint();
@@ -42,7 +42,7 @@ void EtiquetaUnidad::step(int steps) {
     const auto count = static_cast<std::ptrdiff_t>(labels.size());
     const std::ptrdiff_t at = shown == labels.end() ? 0 : (shown - labels.begin() + steps + count) % count;
     const std::string_view to = labels[static_cast<std::size_t>(at)];
-    setText(QString::fromUtf8(to.data(), static_cast<qsizetype>(to.size())));
+    setText(QString::fromUtf8(to));
     emit Click(from, text());
 }
 

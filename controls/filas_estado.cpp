@@ -53,7 +53,7 @@ double convert(Variable variable, double x, const QString& from, const QString& 
 
 QString base_unit(Variable variable) {
     const std::string_view label = tavo::Global::unit_labels(names(variable).family).front();
-    return QString::fromUtf8(label.data(), static_cast<qsizetype>(label.size()));
+    return QString::fromUtf8(label);
 }
 
 QString plain(double x) {

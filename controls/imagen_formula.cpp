@@ -59,7 +59,7 @@ void ImagenFormula::set_model(tavo::EquationOfState model) {
         return;
     const tavo::Model* row = tavo::find_model(model);
     const std::string_view formula = row ? row->formula : std::string_view();
-    const QString text = QString::fromUtf8(formula.data(), static_cast<qsizetype>(formula.size()));
+    const QString text = QString::fromUtf8(formula);
     model_ = model;
     picture_ = std::make_unique<QSvgRenderer>(file_of(static_cast<int>(model)));
     setAccessibleName(text);

@@ -41,7 +41,7 @@ QString meaning_of(int number) {
     const auto* found = std::ranges::lower_bound(tavo::TEXT_NUMBERS, number, {}, &tavo::TextNumber::number);
     if (found == tavo::TEXT_NUMBERS.end() || found->number != number)
         return {};
-    return QString::fromUtf8(found->meaning.data(), static_cast<qsizetype>(found->meaning.size()));
+    return QString::fromUtf8(found->meaning);
 }
 
 /// A name inside a sentence, which goes on in its own direction behind a name written from the right.

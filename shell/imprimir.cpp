@@ -57,9 +57,7 @@ public:
 private:
     void componer() {
         const QFontMetricsF metrics(painter_.font(), &printer_);
-        const Medida width = [&](std::string_view text) {
-            return metrics.horizontalAdvance(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
-        };
+        const Medida width = [&](std::string_view text) { return metrics.horizontalAdvance(QString::fromUtf8(text)); };
         head_ = cortar(texto_.cabecera, page().width(), width);
         body_ = cortar(texto_.lineas, page().width(), width);
         const double room = page().height() / (LEADING * point_) - FOOTER_LINES - static_cast<double>(head_.size());

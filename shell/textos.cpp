@@ -26,8 +26,6 @@ QString con_valor(QString text, const QString& value) {
 QStringList nombres_modelos(const ApplicationState& estado) {
     QStringList names;
     for (const tavo::Model& model : tavo::models())
-        names << (model.caption.empty()
-                      ? estado.texto(model.caption_string)
-                      : QString::fromUtf8(model.caption.data(), static_cast<qsizetype>(model.caption.size())));
+        names << (model.caption.empty() ? estado.texto(model.caption_string) : QString::fromUtf8(model.caption));
     return names;
 }

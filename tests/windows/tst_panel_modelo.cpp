@@ -179,7 +179,7 @@ void tst_panel_modelo::the_formulas_are_drawn_in_black_on_paper_in_one_size() {
     int first = 0;
     for (const tavo::Model& model : tavo::models()) {
         w_->panel.show_slot(slot_of(model.number));
-        QCOMPARE(picture->accessibleName(), QString::fromUtf8(model.formula.data(), int(model.formula.size())));
+        QCOMPARE(picture->accessibleName(), QString::fromUtf8(model.formula));
         const QImage image = picture->grab().toImage().convertToFormat(QImage::Format_Grayscale8);
         QCOMPARE(qGray(image.pixel(image.width() - 5, 5)), 255);
         const int width = width_of_first_letter(image);

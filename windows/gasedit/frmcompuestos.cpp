@@ -455,7 +455,7 @@ bool frmcompuestos::cajas_llenas() {
         EntradaNumerica* box = cajas_->box(static_cast<int>(k));
         if (!box->text().trimmed().isEmpty())
             continue;
-        const QString name = QString::fromUtf8(texts[k].name.data(), static_cast<qsizetype>(texts[k].name.size()));
+        const QString name = QString::fromUtf8(texts[k].name);
         avisar(estado_.texto(734, QStringLiteral("Falta un número en el coeficiente %1.")).arg(name));
         box->setFocus();
         return false;

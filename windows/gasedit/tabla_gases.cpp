@@ -26,7 +26,7 @@ constexpr int ROWS_SHOWN = 16, FEWEST_ROWS = 6;
 const QString UNKNOWN = QStringLiteral("-----");
 
 QString text_of(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    return QString::fromUtf8(text);
 }
 
 }  // namespace

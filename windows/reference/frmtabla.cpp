@@ -70,8 +70,7 @@ public:
         const gridcrit::Column& column = gridcrit::COLUMNS.at(static_cast<std::size_t>(section));
         switch (role) {
             case Qt::DisplayRole:
-                return estado_.texto(column.header, QString::fromUtf8(column.literal.data(),
-                                                                      static_cast<qsizetype>(column.literal.size())));
+                return estado_.texto(column.header, QString::fromUtf8(column.literal));
             case Qt::TextAlignmentRole:
                 return alignment(section);
             case Qt::ToolTipRole:

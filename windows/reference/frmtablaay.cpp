@@ -60,7 +60,7 @@ private:
     }
     static QString text(const QModelIndex& index) {
         const std::string_view shown = literal(index);
-        return QString::fromUtf8(shown.data(), static_cast<qsizetype>(shown.size()));
+        return QString::fromUtf8(shown);
     }
     static QVariant value(const QModelIndex& index) {
         const auto magnitude = gridtermo::magnitude(literal(index));

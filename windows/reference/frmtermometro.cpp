@@ -26,7 +26,7 @@ QString format(double t) {
 
 QString unit(int index) {
     const std::string_view text = termometria::UNITS.at(static_cast<std::size_t>(index));
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    return QString::fromUtf8(text);
 }
 
 }  // namespace

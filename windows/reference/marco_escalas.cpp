@@ -23,7 +23,7 @@ constexpr double NAME_PART = 0.6;  // of a name's length, in two lines
 const QColor HAIRLINE(0x9C, 0xC3, 0xEA);
 
 QString text_of(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    return QString::fromUtf8(text);
 }
 
 /// Goes where the hand goes, beyond the ends of its scale too.
