@@ -41,7 +41,6 @@ private slots:
     void system_information_from_the_registry();
     void the_link_by_mouse_and_key();
     void without_a_browser_the_address_can_be_copied();
-    void it_closes_data();
     void it_closes();
     void a_browser_is_looked_for();
 
@@ -149,23 +148,17 @@ void tst_frmAbout::without_a_browser_the_address_can_be_copied() {
     QVERIFY(es_pregunta(mensajes_->vistos[0].estilo));
 }
 
-void tst_frmAbout::it_closes_data() {
-    QTest::addColumn<int>("key");
-    QTest::newRow("click") << 0;
-    QTest::newRow("return") << int(Qt::Key_Return);
-    QTest::newRow("escape") << int(Qt::Key_Escape);
-}
-
 void tst_frmAbout::it_closes() {
-    QFETCH(int, key);
-    frmAbout* window = about();
-    if (key == 0)
-        click("cmdOK");
-    else
-        QTest::keyClick(window, Qt::Key(key));
-    QVERIFY(!window->isVisible());
-    QVERIFY(!estado_->open_window("frmAbout"));
-    delete window;
+    for (const int key : {0, int(Qt::Key_Return), int(Qt::Key_Escape)}) {  // 0: by a click
+        frmAbout* window = about();
+        if (key == 0)
+            click("cmdOK");
+        else
+            QTest::keyClick(window, Qt::Key(key));
+        QVERIFY(!window->isVisible());
+        QVERIFY(!estado_->open_window("frmAbout"));
+        delete window;
+    }
 }
 
 // Programs are shell scripts in a folder of the test's own, the only one on the path.

@@ -13,22 +13,11 @@
 
 #include "shell/frmayuda.h"
 #include "tests/windows/support/ayuda_de_prueba.h"
+#include "tests/windows/support/exterior_prueba.h"
 #include "tests/windows/support/hogar_temporal.h"
 #include "tests/windows/support/impresora_prueba.h"
 
 namespace {
-
-class ExteriorPrueba final : public Exterior {
-public:
-    QStringList opened;
-    bool works = true;
-    bool abrir_direccion(const QString& address) override {
-        opened << address;
-        return works;
-    }
-    QString buscar_programa(const QString&) override { return {}; }
-    bool ejecutar(const QString&, const QStringList&) override { return false; }
-};
 
 QString lines(int count) {
     return QStringLiteral("<p>relleno</p>").repeated(count);
@@ -162,26 +151,16 @@ void tst_frmayuda::links_data() {
     QTest::addColumn<QString>("browser");
     QTest::addColumn<QString>("status");
     QTest::addColumn<QString>("shown");
-    QTest::newRow("uno") << "/uno.html"
-                         << ""
-                         << ""
-                         << "PRESION";
-    QTest::newRow("fin") << "/uno.html"
-                         << ""
-                         << ""
-                         << "Último";
-    QTest::newRow("red") << "/inicio.html"
-                         << "http://example.org/a"
-                         << ""
-                         << "uno";
-    QTest::newRow("disco") << "/inicio.html"
-                           << ""
-                           << "La dirección file:///etc/passwd no se ha abierto."
-                           << "uno";
-    QTest::newRow("falta") << ""
-                           << ""
-                           << ""
-                           << "La página no.html no está en el archivo de ayuda.";
+    const auto row = [](const char* link, const char* page, const char* browser, const char* status,
+                        const char* shown) {
+        QTest::newRow(link) << QString(page) << QString(browser) << QString::fromUtf8(status)
+                            << QString::fromUtf8(shown);
+    };
+    row("uno", "/uno.html", "", "", "PRESION");
+    row("fin", "/uno.html", "", "", "Último");
+    row("red", "/inicio.html", "http://example.org/a", "", "uno");
+    row("disco", "/inicio.html", "", "La dirección file:///etc/passwd no se ha abierto.", "uno");
+    row("falta", "", "", "", "La página no.html no está en el archivo de ayuda.");
 }
 
 void tst_frmayuda::links() {
@@ -191,7 +170,7 @@ void tst_frmayuda::links() {
     QFETCH(QString, shown);
     follow(QTest::currentDataTag());
     QCOMPARE(viewer_->pagina(), page);
-    QCOMPARE(outside_.opened.join(' '), browser);
+    QCOMPARE(outside_.iniciado.join(' '), browser);
     QTest::mouseMove(this->page()->viewport(), {1, 1});
     if (!status.isEmpty())
         QCOMPARE(viewer_->statusBar()->currentMessage(), status);
@@ -199,7 +178,7 @@ void tst_frmayuda::links() {
     QVERIFY(!text.isNull() && this->page()->viewport()->rect().contains(this->page()->cursorRect(text)));
     if (browser.isEmpty())
         return;
-    outside_.works = false;
+    outside_.navegador = false;
     follow("red");
     QCOMPARE(viewer_->statusBar()->currentMessage(), "La dirección http://example.org/a no se ha abierto.");
 }
