@@ -73,7 +73,7 @@ private:
     }
     void open() {
         open<frmdatos>("frmdatos");
-        open<frmgraficos>("frmgraficos", archivos_);
+        open<frmgraficos>("frmgraficos", archivos_, impresora_);
         open<frmcalculos>("frmcalculos");
         open<frmoperaciones>("frmoperaciones");
         open<frmcompuestos>("frmcompuestos");
@@ -84,6 +84,7 @@ private:
     std::string bytes_;
     SinMensajes mensajes_;
     SinArchivos archivos_;
+    SinImpresora impresora_;
 
 public:
     ApplicationState estado;

@@ -13,8 +13,6 @@
 #include <vector>
 
 #include "bench/sin_usuario.h"
-#include "controls/exterior.h"
-#include "controls/impresora.h"
 #include "core/palette.h"
 #include "shell/HTMLHelp.h"
 #include "shell/application_state.h"
@@ -26,18 +24,6 @@ namespace {
 
 constexpr int OPENINGS = 9;  // of which the median counts
 constexpr double TARGET = 150.0;
-
-class SinImpresora final : public Impresora {
-public:
-    void imprimir(QWidget*, const Documento&) override {}
-};
-
-class SinExterior final : public Exterior {
-public:
-    bool abrir_direccion(const QString&) override { return false; }
-    QString buscar_programa(const QString&) override { return {}; }
-    bool ejecutar(const QString&, const QStringList&) override { return false; }
-};
 
 struct Times {
     double wall, processor;  // milliseconds
