@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cstdint>
+#include <optional>
 
 #include "core/encoding.h"
 #include "core/errors.h"
@@ -62,6 +63,23 @@ std::string one_line(std::string_view text) {
             result += ' ';
     }
     return result;
+}
+
+/// What the reference "&name;" stands for: "#937", "#x3A9" or one of the common names.
+std::optional<std::string> referred(std::string_view name) {
+    if (!name.starts_with('#')) {
+        const auto* known = std::find_if(NAMED.begin(), NAMED.end(), [&](const auto& n) { return n.first == name; });
+        return known == NAMED.end() ? std::nullopt : std::optional(std::string(known->second));
+    }
+    const bool hex = name.size() > 1 && (name[1] == 'x' || name[1] == 'X');
+    const std::string_view digits = name.substr(hex ? 2 : 1);
+    std::uint32_t code = 0;
+    const auto [stop, error] = std::from_chars(digits.data(), digits.data() + digits.size(), code, hex ? 16 : 10);
+    std::string character;
+    if (error == std::errc() && stop == digits.data() + digits.size() && code >= 0x20 && code <= 0x10FFFF &&
+        (code < 0xD800 || code > 0xDFFF))
+        append_utf8(character, code);
+    return character.empty() ? std::nullopt : std::optional(character);
 }
 
 struct Attribute {
@@ -160,7 +178,7 @@ std::string Reader::word() {
     return lower(html_.substr(begin, at_ - begin));
 }
 
-/// Text with its character references resolved; the wrong ones stay and are named.
+/// Text from here on with its character references resolved; the wrong ones stay away and are named.
 std::string Reader::resolved(std::string_view text) {
     std::string result;
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -168,33 +186,20 @@ std::string Reader::resolved(std::string_view text) {
             result += text[i];
             continue;
         }
-        const std::size_t end = text.find_first_of("; \n<&", i + 1);
-        const std::string_view name =
-            end == std::string_view::npos || text[end] != ';' ? std::string_view() : text.substr(i + 1, end - i - 1);
-        if (name.empty()) {
-            problem("a bare \"&\"; write \"&amp;\"");
-            result += '&';
+        const int line =
+            line_ + static_cast<int>(std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(i), '\n'));
+        const std::size_t end = std::min(text.find_first_of("; \n<&", i + 1), text.size());
+        const std::string name(text.substr(i + 1, end - i - 1));
+        if (name.empty() || end == text.size() || text[end] != ';') {
+            problem_at(line, "a bare \"&\"; write \"&amp;\"");
             continue;
         }
-        if (name.front() == '#') {
-            const bool hex = name.size() > 1 && (name[1] == 'x' || name[1] == 'X');
-            const std::string_view digits = name.substr(hex ? 2 : 1);
-            std::uint32_t code = 0;
-            const auto [stop, error] = std::from_chars(digits.begin(), digits.end(), code, hex ? 16 : 10);
-            const bool good = error == std::errc() && stop == digits.end() && code >= 0x20 && code <= 0x10FFFF &&
-                              (code < 0xD800 || code > 0xDFFF);
-            if (good)
-                append_utf8(result, code);
-            else
-                problem("\"&" + std::string(name) + ";\" is no character");
-        } else {
-            const auto* known =
-                std::find_if(NAMED.begin(), NAMED.end(), [&](const auto& n) { return n.first == name; });
-            if (known == NAMED.end())
-                problem("\"&" + std::string(name) + ";\" is not used here; write the character itself");
-            else
-                result += known->second;
-        }
+        if (const auto character = referred(name))
+            result += *character;
+        else if (name.front() == '#')
+            problem_at(line, "\"&" + name + ";\" is no character");
+        else
+            problem_at(line, "\"&" + name + ";\" is not used here; write the character itself");
         i = end;
     }
     return result;

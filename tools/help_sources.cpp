@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <fstream>
 #include <optional>
@@ -105,21 +106,22 @@ void HelpReader::find_files(const fs::path& folder, const std::string& shown) {
         const std::string suffix = entry.path().extension().string();
         if ((suffix == PAGE_SUFFIX && shown == sources_.language) || (name == "list" && shown == "pictures"))
             continue;
+        std::string source = shown;
+        source += '/' + name;
         if (!is_plain_name(name) || (suffix != ".css" && suffix != ".png")) {
             problems_.push_back(
-                {shown + "/" + name, 0,
-                 "neither a page nor a style sheet (.css) nor a picture (.png) with a plain ASCII name"});
+                {source, 0, "neither a page nor a style sheet (.css) nor a picture (.png) with a plain ASCII name"});
             continue;
         }
         help_.files[name] = entry.path();
         const std::string bytes = read_file(entry.path());
         if (suffix == ".css") {
-            check_characters(bytes, shown + "/" + name, problems_);
-            check_style(bytes, shown + "/" + name, 1, problems_);
+            check_characters(bytes, source, problems_);
+            check_style(bytes, source, 1, problems_);
         } else if (const Size size = png_size(bytes); size.width > 0) {
             help_.sizes[name] = size;
         } else {
-            problems_.push_back({shown + "/" + name, 0, "no PNG picture"});
+            problems_.push_back({source, 0, "no PNG picture"});
         }
     }
 }
@@ -473,6 +475,7 @@ std::vector<std::pair<std::string, std::vector<std::string>>> index_of(const Hel
         }
     }
     std::vector<std::pair<std::string, std::vector<std::string>>> index;
+    index.reserve(ordered.size());
     for (auto& [key, entry] : ordered)
         index.push_back(std::move(entry));
     return index;
@@ -483,11 +486,8 @@ Size png_size(std::string_view bytes) {
     constexpr std::size_t FIRST_CHUNK = 8, CHUNK_FRAME = 12;  // length, type and checksum
     if (!bytes.starts_with(SIGNATURE) || bytes.size() < 33)
         return {};
-    const auto shown = [](std::uint32_t pixels, double per_metre) {
-        constexpr double COMMON = 96 / 0.0254;
-        return static_cast<unsigned>(pixels * COMMON / per_metre + 0.5);
-    };
-    double per_metre = 96 / 0.0254;
+    constexpr double COMMON = 96 / 0.0254;  // dots per metre
+    double per_metre = COMMON;
     for (std::size_t at = FIRST_CHUNK; at + CHUNK_FRAME <= bytes.size(); at += CHUNK_FRAME + big_endian(bytes, at)) {
         const std::string_view type = bytes.substr(at + 4, 4);
         if (type == "pHYs" && at + 17 <= bytes.size() && bytes[at + 16] == 1 && big_endian(bytes, at + 8) > 0)
@@ -495,7 +495,10 @@ Size png_size(std::string_view bytes) {
         if (type == "IDAT")
             break;
     }
-    const Size size{shown(big_endian(bytes, 16), per_metre), shown(big_endian(bytes, 20), per_metre)};
+    const auto shown = [&](std::uint32_t pixels) {
+        return static_cast<unsigned>(std::lround(pixels * COMMON / per_metre));
+    };
+    const Size size{shown(big_endian(bytes, 16)), shown(big_endian(bytes, 20))};
     if (size.width <= WIDEST)
         return size;
     return {WIDEST, (size.height * WIDEST + size.width / 2) / size.width};

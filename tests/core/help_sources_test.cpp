@@ -45,7 +45,7 @@ TEST(HelpPage, FaultsAreNamedWithTheirLine) {
         {page("a<p class=n>b</p>"), "1: an attribute without quotation marks"},
         {page("a\n<p class=\"n>b</p>"), "2: a quotation mark is not closed"},
         {page("1 < 2"), "1: a bare \"<\"; write \"&lt;\""},
-        {page("P & V"), "1: a bare \"&\"; write \"&amp;\""},
+        {page("<p>P\n& V</p>"), "2: a bare \"&\"; write \"&amp;\""},
         {page("&eacute;"), "1: \"&eacute;\" is not used here; write the character itself"},
         {page("&#xD800;"), "1: \"&#xD800;\" is no character"},
         {page("a\n<!-- b"), "2: a comment is not closed"},
@@ -224,8 +224,18 @@ TEST_F(HelpSources, TheProjectHoldsContentsIndexAndSizes) {
 TEST(HelpCompiler, ItsWordsDecideAndNotItsStatus) {
     EXPECT_EQ(complaints("Note: Index items:56\nWriting CHM help.chm\nchmcmd, a CHM compiler. (c) 2010-2019\n"),
               std::vector<std::string>());
-    EXPECT_EQ(complaints("Error: no such file x.html\nWriting CHM\nWarning: y\nCan't find file z.png\nNote: a"),
-              (std::vector<std::string>{"Error: no such file x.html", "Warning: y", "Can't find file z.png"}));
+    // What chmcmd 3.2.2 says of projects that lack something.
+    const std::vector<std::string> said{
+        "Error: Can't find TOC file /build/help.hhc",
+        "Warning: Found file nada.png while scanning inicio.html, but couldn't find it on disk",
+        "Warning: File uno.html does not exist",
+        "An unhandled exception occurred at $0000000000416AC9:",
+        "EFOpenError: Unable to open file \"/build/uno.html\": No such file or directory",
+    };
+    std::string report = "Writing CHM help.chm\n";
+    for (const std::string& line : said)
+        report += line + "\nNote: Index items:156\n";
+    EXPECT_EQ(complaints(report), said);
     for (const char* bytes : {"", "MZ", "ITSF\x03", "ITSF\x03 and no more than these few bytes of a header"})
         EXPECT_THROW(finished(bytes), InvalidArgument) << bytes;
 }
