@@ -64,10 +64,18 @@ TEST(HelpFiles, HaveTheSameContentsInEveryLanguage) {
     }
 }
 
+/// What the reader takes a title for: French puts a no-break space before its question marks.
+std::string with_plain_blanks(std::string text) {
+    constexpr std::string_view NO_BREAK = "\u00A0";
+    for (std::size_t at = text.find(NO_BREAK); at != std::string::npos; at = text.find(NO_BREAK))
+        text.replace(at, NO_BREAK.size(), " ");
+    return text;
+}
+
 /// A page as it was compiled holds what its source names. The number of its pictures.
 std::size_t check_page(const chm::ChmFile& file, const std::string& language, const chm::Topic& topic) {
     const std::string html = chm::decode_page(file.read(topic.page).value_or(""));
-    EXPECT_EQ(chm::page_title(html), topic.title) << topic.page;
+    EXPECT_EQ(chm::page_title(html), with_plain_blanks(topic.title)) << topic.page;
     help::Problems problems;
     const help::Page source = help::read_page(
         real_file_system().read(SOURCES / language / fs::path(topic.page).filename()), topic.page, problems);
