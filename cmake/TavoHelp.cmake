@@ -9,9 +9,6 @@ endif()
 set(help_folder ${CMAKE_SOURCE_DIR}/data/help)
 file(GLOB help_languages CONFIGURE_DEPENDS LIST_DIRECTORIES true RELATIVE ${help_folder} ${help_folder}/*)
 list(FILTER help_languages EXCLUDE REGEX "^common$|\\.")
-if(NOT EXISTS ${help_folder}/contents.txt)
-    set(help_languages)
-endif()
 file(GLOB help_common CONFIGURE_DEPENDS ${help_folder}/common/*)
 
 # tavo_compile_help(LANGUAGE PICTURES PROJECT FILE depends...): FILE from the pages of the language in the folder PROJECT.
