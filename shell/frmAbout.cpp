@@ -93,6 +93,7 @@ void frmAbout::colocar() {
     cmdOK = buttons->button(QDialogButtonBox::Ok);
     cmdOK->setObjectName(QStringLiteral("cmdOK"));
     cmdOK->setDefault(true);
+    cmdOK->setIcon(QIcon());  // some styles add one of another family
     connect(cmdOK, &QPushButton::clicked, this, &frmAbout::cmdOK_Click);
     auto* foot = new QHBoxLayout;
     foot->addWidget(cmdSysInfo);

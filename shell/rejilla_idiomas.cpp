@@ -17,6 +17,7 @@ constexpr int FEW_LANGUAGES = 4;                        // share the width; more
 constexpr int NARROWEST = 14, USUAL = 26, NUMBERS = 5;  // characters
 constexpr int PADDING = 12;
 constexpr int ROWS_SHOWN = 16, FEWEST_ROWS = 3;
+constexpr int LANGUAGES_SHOWN = 7;  // where the screen has room
 constexpr double TINT = 0.14;
 const QString SIGN = QStringLiteral("\u26A0 ");
 
@@ -146,7 +147,7 @@ void RejillaIdiomas::changeEvent(QEvent* event) {
 }
 
 QSize RejillaIdiomas::sizeHint() const {
-    const int languages = std::clamp(model()->columnCount() - 1, 1, FEW_LANGUAGES);
+    const int languages = std::clamp(model()->columnCount() - 1, 1, LANGUAGES_SHOWN);
     return {
         width_of(NUMBERS) + languages * width_of(USUAL) + verticalScrollBar()->sizeHint().width() + 2 * frameWidth(),
         horizontalHeader()->sizeHint().height() + ROWS_SHOWN * verticalHeader()->defaultSectionSize() +
