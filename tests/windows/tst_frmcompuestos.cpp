@@ -188,9 +188,7 @@ void tst_frmcompuestos::applying_loads_the_row_and_draws_the_plot() {
     QCOMPARE(w_->slot(1).gas.b, 0.1);
 
     // A row without a gas gets it, and is switched on; the conditions window shows it.
-    QString status;
-    const auto following =
-        connect(&w_->estado, &ApplicationState::status_changed, [&status](const QString& text) { status = text; });
+    QSignalSpy status(&w_->estado, &ApplicationState::status_changed);
     choose_row(2);
     choose_model(VAN_DER_WAALS);
     click_gas(5);
@@ -201,8 +199,7 @@ void tst_frmcompuestos::applying_loads_the_row_and_draws_the_plot() {
     QVERIFY(control<QComboBox>(w_->datos(), "cmbgas", 2)->isEnabled());
     QVERIFY(!w_->slot(2).parameters);
     QCOMPARE(plot->escena().curves.size(), 2U);
-    disconnect(following);
-    QCOMPARE(status, w_->estado.texto(731).arg(2));
+    QCOMPARE(status.last()[0].toString(), w_->estado.texto(731).arg(2));
     QVERIFY(w_->mensajes.vistos.empty());
 }
 
