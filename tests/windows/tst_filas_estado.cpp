@@ -170,17 +170,14 @@ void tst_filas_estado::keys_and_screen_readers_step_a_unit() {
 
 void tst_filas_estado::an_untouched_entry_keeps_its_whole_value() {
     EntradaNumerica* entry = w_->rows->entry(VOLUME);
-    struct Case {
-        double value;
-        const char *shown, *left;
-    };
-    for (const Case& c : {Case{1.0 / 3.0, "0.33", "0.3333"}, Case{1.25e30, "1.25E+30", "1.25E+30"}}) {
-        w_->rows->show_value(VOLUME, c.value, "###0.00");
-        QCOMPARE(entry->text(), c.shown);
+    for (const auto& [value, shown, left] :
+         {std::tuple{1.0 / 3.0, "0.33", "0.3333"}, {1.25e30, "1.25E+30", "1.25E+30"}}) {
+        w_->rows->show_value(VOLUME, value, "###0.00");
+        QCOMPARE(entry->text(), shown);
         entry->setFocus(Qt::TabFocusReason);
         leave(VOLUME);
-        QCOMPARE(entry->text(), c.left);
-        QVERIFY(w_->rows->value(VOLUME) == c.value);
+        QCOMPARE(entry->text(), left);
+        QVERIFY(w_->rows->value(VOLUME) == value);
     }
     QVERIFY(w_->edited.isEmpty());
     // A digit added and taken away again: the digits mean themselves.

@@ -17,15 +17,10 @@
 #include "shell/frmIdioma.h"
 #include "shell/textos.h"
 #include "tests/windows/support/hogar_temporal.h"
+#include "tests/windows/support/impresora_prueba.h"
 #include "tests/windows/support/mensajes_prueba.h"
 
 namespace {
-
-class ImpresoraPrueba final : public Impresora {
-public:
-    QStringList titulos;
-    void imprimir(QWidget*, const Documento& documento) override { titulos << documento.titulo; }
-};
 
 constexpr int SPANISH = 1, ENGLISH = 2, NEW = 7;  // columns
 
@@ -52,9 +47,7 @@ private slots:
     void a_refused_name_can_be_mended();
     void a_new_language_can_be_removed();
     void letters_of_any_script_are_saved();
-    void a_failed_write_keeps_everything();
-    void changes_of_others_are_not_lost_unasked();
-    void closing_asks_for_what_is_not_saved_data();
+    void a_failed_write_and_changes_of_others_lose_nothing();
     void closing_asks_for_what_is_not_saved();
     void the_filter_finds_and_the_faults_are_marked();
     void prints_what_the_grid_shows();
@@ -92,6 +85,11 @@ private:
     void click(int row, int column) const {
         grid()->scrollTo(at(row, column));
         QTest::mouseClick(grid()->viewport(), Qt::LeftButton, {}, grid()->visualRect(at(row, column)).center());
+    }
+    QPoint over_header(int section) const {
+        grid()->scrollTo(at(0, section));
+        const QHeaderView* header = grid()->horizontalHeader();
+        return {header->sectionViewportPosition(section) + 20, header->height() / 2};
     }
     void press(const char* button) const { QTest::mouseClick(control<QPushButton>(button), Qt::LeftButton); }
     void type(int row, int column, const QString& text) const {
@@ -161,17 +159,13 @@ void tst_frmIdioma::keys_lead_from_cell_to_cell() {
     grid()->choose(at(0, SPANISH));
     QTest::keyClick(grid(), Qt::Key_F2);
     QCOMPARE(box()->text(), cell(0, SPANISH));
-    struct Step {
-        Qt::Key key;
-        int row, column;
-    };
-    for (const Step& step :
-         {Step{Qt::Key_Return, 1, SPANISH}, Step{Qt::Key_Tab, 1, ENGLISH}, Step{Qt::Key_Down, 2, ENGLISH},
-          Step{Qt::Key_Up, 1, ENGLISH}, Step{Qt::Key_Backtab, 1, SPANISH}, Step{Qt::Key_Backtab, 0, 6},
-          Step{Qt::Key_Tab, 1, SPANISH}}) {
-        QTest::keyClick(box(), step.key);
-        QCOMPARE(grid()->currentIndex(), at(step.row, step.column));
-        QCOMPARE(box()->text(), cell(step.row, step.column));
+    const std::tuple<Qt::Key, int, int> steps[]{
+        {Qt::Key_Return, 1, SPANISH},  {Qt::Key_Tab, 1, ENGLISH}, {Qt::Key_Down, 2, ENGLISH}, {Qt::Key_Up, 1, ENGLISH},
+        {Qt::Key_Backtab, 1, SPANISH}, {Qt::Key_Backtab, 0, 6},   {Qt::Key_Tab, 1, SPANISH}};
+    for (const auto& [key, row, column] : steps) {
+        QTest::keyClick(box(), key);
+        QCOMPARE(grid()->currentIndex(), at(row, column));
+        QCOMPARE(box()->text(), cell(row, column));
     }
     QTest::keyClick(box(), Qt::Key_Escape);
     QTest::keyClick(grid(), Qt::Key_Right);
@@ -253,11 +247,9 @@ void tst_frmIdioma::a_refused_name_can_be_mended() {
     QCOMPARE(file(), old);
     QVERIFY(window_->isWindowModified());
     mensajes_.nombres.push_back(QStringLiteral("Català"));
-    QHeaderView* header = grid()->horizontalHeader();
-    grid()->scrollTo(at(0, NEW));
-    const QPoint place(header->sectionViewportPosition(NEW) + 20, header->height() / 2);
-    QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, place);
-    QTest::mouseDClick(header->viewport(), Qt::LeftButton, {}, place);
+    QWidget* header = grid()->horizontalHeader()->viewport();
+    QTest::mouseClick(header, Qt::LeftButton, {}, over_header(NEW));
+    QTest::mouseDClick(header, Qt::LeftButton, {}, over_header(NEW));
     press("btguardar");
     QCOMPARE(estado_->languages().size(), 7);
     QVERIFY(!window_->isWindowModified());
@@ -276,14 +268,10 @@ void tst_frmIdioma::a_new_language_can_be_removed() {
         return captions;
     };
     add("Català");
-    QHeaderView* header = grid()->horizontalHeader();
-    const auto over = [&](int section) {
-        grid()->scrollTo(at(0, section));
-        return QPoint(header->sectionViewportPosition(section) + 20, header->height() / 2);
-    };
-    QCOMPARE(choose(header->viewport(), over(ENGLISH), QContextMenuEvent::Mouse), QStringList());
+    QWidget* header = grid()->horizontalHeader()->viewport();
+    QCOMPARE(choose(header, over_header(ENGLISH), QContextMenuEvent::Mouse), QStringList());
     mensajes_.respuestas = {Respuesta::No, Respuesta::Si};
-    QCOMPARE(choose(header->viewport(), over(NEW), QContextMenuEvent::Mouse), QStringList({text(834), text(835)}));
+    QCOMPARE(choose(header, over_header(NEW), QContextMenuEvent::Mouse), QStringList({text(834), text(835)}));
     QCOMPARE(mensajes_.vistos[0].texto, text(836).arg(QStringLiteral("Català")));
     QCOMPARE(grid()->model()->columnCount(), NEW + 1);
     grid()->choose(at(2, NEW));
@@ -309,9 +297,9 @@ void tst_frmIdioma::letters_of_any_script_are_saved() {
     QCOMPARE(cell(0, 3), QStringLiteral("&Fichier"));
 }
 
-void tst_frmIdioma::a_failed_write_keeps_everything() {
+void tst_frmIdioma::a_failed_write_and_changes_of_others_lose_nothing() {
     const QByteArray old = file();
-    type(0, ENGLISH, "&Nothing");
+    type(0, ENGLISH, "&Mine");
     hogar_->write("fich.tmp", "x");  // another rewrite is under way
     press("btguardar");
     QCOMPARE(mensajes_.vistos.size(), 1u);
@@ -320,46 +308,37 @@ void tst_frmIdioma::a_failed_write_keeps_everything() {
     QCOMPARE(file(), old);
     QVERIFY(window_->isWindowModified());
     std::filesystem::remove(hogar_->path() / "fich.tmp");
-    press("btguardar");
-    QVERIFY(!window_->isWindowModified());
-}
 
-void tst_frmIdioma::changes_of_others_are_not_lost_unasked() {
-    type(0, ENGLISH, "&Mine");
     tavo::confreg::escribirclave(estado_->language_path(), "English", "2", "theirs", estado_->site());
     mensajes_.respuestas = {Respuesta::No, Respuesta::Si};
     press("btguardar");
     QVERIFY(file().contains("2=theirs") && window_->isWindowModified());
     press("btguardar");
     QVERIFY(file().contains("1=&Mine\r\n2=&Data") && !window_->isWindowModified());
-    QCOMPARE(mensajes_.vistos[1].texto, text(799));
-}
-
-void tst_frmIdioma::closing_asks_for_what_is_not_saved_data() {
-    QTest::addColumn<int>("answer");
-    QTest::addColumn<bool>("good_name");
-    QTest::addColumn<bool>("closed");
-    QTest::newRow("yes") << int(Respuesta::Si) << true << true;
-    QTest::newRow("yes, but it cannot be saved") << int(Respuesta::Si) << false << false;
-    QTest::newRow("no") << int(Respuesta::No) << true << true;
-    QTest::newRow("cancel") << int(Respuesta::Cancelar) << true << false;
+    QCOMPARE(mensajes_.vistos[2].texto, text(799));
 }
 
 void tst_frmIdioma::closing_asks_for_what_is_not_saved() {
-    QFETCH(const int, answer);
-    QFETCH(const bool, good_name);
-    QFETCH(const bool, closed);
-    QVERIFY(window_->close());
-    QVERIFY(mensajes_.vistos.empty());
-    window_->show();
-    const QByteArray old = file();
-    add(good_name ? QStringLiteral("Català") : QStringLiteral(""));
-    mensajes_.respuestas = {Respuesta(answer)};
-    QCOMPARE(window_->close(), closed);
-    QCOMPARE(mensajes_.vistos[0].texto, text(40) + u' ' + text(28) + u'?');
-    QCOMPARE(mensajes_.vistos[0].estilo, 51);
-    QCOMPARE(mensajes_.vistos[0].titulo, QStringLiteral("Idioma"));
-    QCOMPARE(file() != old, closed && Respuesta(answer) == Respuesta::Si);
+    struct Case {
+        Respuesta answer;
+        const char* name;  // of the language added; an empty one cannot be saved
+        bool closed;
+    };
+    for (const Case& c : {Case{Respuesta::Si, "Otra", true}, Case{Respuesta::Si, "", false},
+                          Case{Respuesta::No, "Otra", true}, Case{Respuesta::Cancelar, "Otra", false}}) {
+        start({});
+        QVERIFY(window_->close());
+        QVERIFY(mensajes_.vistos.empty());
+        window_->show();
+        const QByteArray old = file();
+        add(QLatin1String(c.name));
+        mensajes_.respuestas = {c.answer};
+        QCOMPARE(window_->close(), c.closed);
+        QCOMPARE(mensajes_.vistos[0].texto, text(40) + u' ' + text(28) + u'?');
+        QCOMPARE(mensajes_.vistos[0].estilo, 51);
+        QCOMPARE(mensajes_.vistos[0].titulo, QStringLiteral("Idioma"));
+        QCOMPARE(file() != old, c.closed && c.answer == Respuesta::Si);
+    }
 }
 
 void tst_frmIdioma::the_filter_finds_and_the_faults_are_marked() {
@@ -396,7 +375,8 @@ void tst_frmIdioma::the_filter_finds_and_the_faults_are_marked() {
 
 void tst_frmIdioma::prints_what_the_grid_shows() {
     press("btimprimir");
-    QCOMPARE(impresora_.titulos, QStringList(text(25)));
+    QCOMPARE(impresora_.impresos.size(), 1U);
+    QCOMPARE(impresora_.impresos[0].titulo, text(25));
     const QStringList lines = control<QTextEdit>("rtxtprint")->toPlainText().split(u'\n');
     QCOMPARE(lines[0], text(25));
     QCOMPARE(lines[1], text(27) + QStringLiteral(" 24 = ") + text(24));

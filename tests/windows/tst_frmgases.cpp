@@ -161,12 +161,10 @@ void tst_frmgases::a_teacher_adds_changes_and_deletes_a_gas() {
     QVERIFY(std::abs(text("txtc").toDouble() - 0.2755) < 0.02);  // estimated; tables say 0.2755
     QVERIFY(control<QLabel>("lbnota")->text().contains(estado_->texto(713)));
     type("txtc", "0.2752");
-    const QByteArray before = home_->read("data");
     click("btadd");
     QCOMPARE(message(), informs(224));
     const int added = count + 1;
     QCOMPARE(estado_->gas_count(), added);
-    QVERIFY(home_->read("data").startsWith(QByteArray(before).replace("n=60", "n=61")));
     QCOMPARE(control<QComboBox>("cmbgas")->currentIndex(), added - 1);
     QCOMPARE(list->itemText(added - 1), "C2H4F2 (1,1-difluoroetano)");
     std::string keys;
@@ -174,7 +172,6 @@ void tst_frmgases::a_teacher_adds_changes_and_deletes_a_gas() {
         keys += value == "-1" ? "" : key + '=' + value + ' ';  // the others are automatic
     QCOMPARE(keys, std::string("nombre=C2H4F2 (1,1-difluoroetano) pm=66.051 tc=386.41 pc=44.61 vc=0 teb=249.13 hv=0 "
                                "c(7,3)=0.2752 c(8,3)=0.2752 "));
-    QCOMPARE(estado_->data().claves("G61").size(), 30U);
     QCOMPARE(text("textvc"), "0");
 
     click("btsel");

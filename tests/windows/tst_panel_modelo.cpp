@@ -124,15 +124,12 @@ private:
 };
 
 void tst_panel_modelo::each_model_has_its_boxes_labels_and_units_in_one_place() {
-    struct Case {
-        tavo::EquationOfState model;
-        QStringList labels;  // name, unit and text of each box in use
-    };
     const QStringList b{"b", "l / mol", "0.04288"};
     const auto a_and_b = [&](const char* unit) { return QStringList{"a", unit, "3.12346"} + b; };
     const QStringList soave =
         QStringList{"a (T)", "l ² atm / mol ²", "3.12346"} + b + QStringList{"w", "", "-0.223950"};
-    const Case cases[]{
+    const std::pair<tavo::EquationOfState, QStringList> cases[]{
+        // name, unit and text of each box in use
         {IdealGas, {}},
         {VanDerWaals, a_and_b("l ²atm/mol ²")},
         {Berthelot, a_and_b("l ²atm/mol ²K")},
@@ -148,23 +145,20 @@ void tst_panel_modelo::each_model_has_its_boxes_labels_and_units_in_one_place() 
     };
     const QSize size = w_->panel.sizeHint();
     QVERIFY2(w_->panel.minimumSizeHint().width() <= 300, "does not fit a narrow column");
-    for (const Case& c : cases) {
-        w_->panel.show_slot(slot_of(c.model));
-        QCOMPARE(w_->panel.model(), c.model);
+    for (const auto& [model, expected] : cases) {
+        w_->panel.show_slot(slot_of(model));
+        QCOMPARE(w_->panel.model(), model);
         QCOMPARE(w_->panel.gas(), 2);
         QStringList labels;
-        for (const std::array<const char*, 3>& names :
-             {std::array{"txta", "lba", "lbunita"}, std::array{"txtb", "lbb", "lbunitb"},
-              std::array{"txtc", "lbc", "lbunitc"}, std::array{"txtd", "lbd", "lbunitd"},
-              std::array{"txtmu", "lbmu", ""}}) {
-            const EntradaNumerica* box = w_->box(names[0]);
-            QCOMPARE(w_->control<QLabel>(names[1])->isVisible(), box->isVisible());
-            if (!box->isVisible())
-                continue;
-            const QString unit = *names[2] ? w_->control<QLabel>(names[2])->text() : QString();
-            labels << w_->control<QLabel>(names[1])->text() << unit << box->text();
+        for (const QByteArray letter : {"a", "b", "c", "d", "mu"}) {
+            const EntradaNumerica* box = w_->box("txt" + letter);
+            const auto* label = w_->control<QLabel>("lb" + letter);
+            QCOMPARE(label->isVisible(), box->isVisible());
+            if (box->isVisible())
+                labels << label->text() << (letter == "mu" ? "" : w_->control<QLabel>("lbunit" + letter)->text())
+                       << box->text();
         }
-        QCOMPARE(labels, c.labels);
+        QCOMPARE(labels, expected);
         QCOMPARE(w_->panel.sizeHint(), size);
     }
     QCOMPARE(w_->signals_seen(), 0);
