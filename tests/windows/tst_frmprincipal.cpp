@@ -71,29 +71,22 @@ private slots:
     void init();
     void cleanup();
 
-    void captions();
     void menus_hold_their_entries();
     void toolbar_positions_and_tips();
     void a_disabled_menu_entry_shows_its_tip();
     void entries_open_their_windows_data();
     void entries_open_their_windows();
-    void keys_without_a_button();
     void plot_entries_follow_the_plot_window();
     void state_at_start();
     void start_afresh();
     void units_back_and_forth();
-    void a_failed_change_of_unit_leaves_the_ticks();
     void language_menu();
     void choosing_a_language();
-    void a_language_gone_from_the_file();
-    void a_refused_rewrite_changes_nothing();
-    void an_active_language_without_a_section();
+    void a_choice_that_cannot_be_kept_changes_nothing();
     void first_steps_come_and_go();
     void children_are_seen_whole_and_remember_their_place();
     void a_large_child_leaves_the_title_below_it_free();
-    void a_child_larger_than_the_area_is_maximised();
     void keys_close_the_child_in_front();
-    void dialogs_stand_in_front();
     void status_line();
     void a_window_with_unsaved_data_can_hold_the_program_back();
     void leaving_ends_the_program();
@@ -104,6 +97,14 @@ private:
     QAction* entry(const QString& name) const { return principal_->findChild<QAction*>(name); }
     QAction* key(const QString& name) const {
         return principal_->findChild<QToolBar*>("Toolbar1")->findChild<QAction*>(name);
+    }
+    /// One box, which is forgotten then.
+    void told(const char* begin, int style) {
+        QCOMPARE(mensajes_->vistos.size(), 1U);
+        QVERIFY(mensajes_->vistos[0].texto.startsWith(QLatin1String(begin)));
+        QCOMPARE(mensajes_->vistos[0].estilo, style);
+        QCOMPARE(mensajes_->vistos[0].titulo, "7-th");
+        mensajes_->vistos.clear();
     }
     QMdiArea* area() const { return principal_->findChild<QMdiArea*>("area"); }
 
@@ -147,48 +148,31 @@ void tst_frmprincipal::start_with_all_windows() {
     start();
 }
 
-void tst_frmprincipal::captions() {
-    start();
-    const QList<std::pair<const char*, const char*>> rows{
-        {"mnuarchivos", "&1-th"},     {"mnunuevo", "&9-th"},     {"mnusalir", "&10-th"},
-        {"mnudatos", "&2-th"},        {"mnuunidades", "&11-th"}, {"mnumoles", "&12-th"},
-        {"mnugramos", "&13-th"},      {"mnudato", "&14-th"},     {"mnugases", "&190-th"},
-        {"mnugraficos", "&3-th"},     {"mnudibujos", "&15-th"},  {"mnuescala", "&16-th"},
-        {"mnucalcular", "&4-th"},     {"mnup", "&17-th"},        {"mnuv", "&18-th"},
-        {"mnut", "&19-th"},           {"mnuf", "&20-th"},        {"mnusimulaciones", "&5-th"},
-        {"mnuoperaciones", "&21-th"}, {"mnutablas", "&6-th"},    {"mnucrit", "&22-th"},
-        {"mnutermo", "&23-th"},       {"mnutermosc", "&24-th"},  {"mnuidioma", "&7-th"},
-        {"mnuayudas", "&8-th"},       {"mnuayuda", "&30-th..."}, {"mnuacercade", "&31-th ..."},
-    };
-    for (const auto& [name, caption] : rows) {
-        const auto* menu = principal_->findChild<QMenu*>(QLatin1String(name));
-        QCOMPARE(menu ? menu->title() : entry(name)->text(), caption);
-    }
-}
-
 void tst_frmprincipal::menus_hold_their_entries() {
     start();
-    const auto names = [](const QWidget* menu) {
+    const auto entries = [](const QWidget* menu) {
         QStringList list;
         for (const QAction* action : menu->actions())
-            list.append(action->menu() ? action->menu()->objectName() : action->objectName());
+            list.append((action->menu() ? action->menu()->objectName() : action->objectName()) + ' ' + action->text());
         return list;
     };
-    QCOMPARE(names(principal_->menuBar()), (QStringList{"mnuarchivos", "mnudatos", "mnugraficos", "mnucalcular",
-                                                        "mnusimulaciones", "mnutablas", "mnuidioma", "mnuayudas"}));
+    QCOMPARE(entries(principal_->menuBar()),
+             (QStringList{"mnuarchivos &1-th", "mnudatos &2-th", "mnugraficos &3-th", "mnucalcular &4-th",
+                          "mnusimulaciones &5-th", "mnutablas &6-th", "mnuidioma &7-th", "mnuayudas &8-th"}));
     const QList<QStringList> menus{
-        {"mnuarchivos", "mnunuevo", "mnusalir"},
-        {"mnudatos", "mnuunidades", "mnudato", "mnugases"},
-        {"mnuunidades", "mnumoles", "mnugramos"},
-        {"mnugraficos", "mnudibujos", "mnuescala"},
-        {"mnucalcular", "mnup", "mnuv", "mnut", "mnuf"},
-        {"mnusimulaciones", "mnuoperaciones"},
-        {"mnutablas", "mnucrit", "mnutermo", "mnutermosc"},
-        {"mnuidioma", "mnuidiomas(1)", "mnuidiomas(2)", "mnuidiomas(3)", "mnuidiomas(4)"},
-        {"mnuayudas", "mnuayuda", "mnuacercade"},
+        {"mnuarchivos", "mnunuevo &9-th", "mnusalir &10-th"},
+        {"mnudatos", "mnuunidades &11-th", "mnudato &14-th", "mnugases &190-th"},
+        {"mnuunidades", "mnumoles &12-th", "mnugramos &13-th"},
+        {"mnugraficos", "mnudibujos &15-th", "mnuescala &16-th"},
+        {"mnucalcular", "mnup &17-th", "mnuv &18-th", "mnut &19-th", "mnuf &20-th"},
+        {"mnusimulaciones", "mnuoperaciones &21-th"},
+        {"mnutablas", "mnucrit &22-th", "mnutermo &23-th", "mnutermosc &24-th"},
+        {"mnuidioma", "mnuidiomas(1) Alfa", "mnuidiomas(2) Beta && Co", "mnuidiomas(3) ", "mnuidiomas(4) &29-th"},
+        {"mnuayudas", "mnuayuda &30-th...", "mnuacercade &31-th ..."},
     };
     for (const QStringList& menu : menus)
-        QCOMPARE(names(principal_->findChild<QMenu*>(menu.first())), menu.mid(1));
+        QCOMPARE(entries(principal_->findChild<QMenu*>(menu.first())), menu.mid(1));
+    QVERIFY(entry("mnuidiomas(3)")->isSeparator());
 }
 
 void tst_frmprincipal::toolbar_positions_and_tips() {
@@ -233,9 +217,9 @@ void tst_frmprincipal::entries_open_their_windows_data() {
     row("mnugases", "", "frmgases");
     row("mnudibujos", "graficas", "frmgraficos");
     row("mnuescala", "escala", "frmescala");
-    row("mnup", "", "frmcalculos", 1);
-    row("mnuv", "", "frmcalculos", 2);
-    row("mnut", "", "frmcalculos", 3);
+    row("mnup", "p", "frmcalculos", 1);  // keys without a button
+    row("mnuv", "v", "frmcalculos", 2);
+    row("mnut", "t", "frmcalculos", 3);
     row("mnuf", "f", "frmcalculos", 0);
     row("mnuoperaciones", "operaciones", "frmoperaciones");
     row("mnutermo", "tabla", "frmtablaay");
@@ -260,6 +244,8 @@ void tst_frmprincipal::entries_open_their_windows() {
         }
         QWidget* shown = estado_->open_window(window);
         QVERIFY(shown && shown->isVisible());
+        QCOMPARE(shown->isWindow() && shown->parentWidget() == &*principal_, window == "frmescala");  // a dialog
+        QCOMPARE(area()->subWindowList().isEmpty(), window == "frmescala");
         if (mode >= 0) {
             QCOMPARE(estado_->calculation_mode, mode);
             QCOMPARE(modes.last().first().toInt(), mode);
@@ -275,21 +261,15 @@ void tst_frmprincipal::entries_open_their_windows() {
         return;
     helps_.clear();
     estado_->calculation_mode = 9;
-    QTest::mouseClick(principal_->findChild<QToolButton*>(button), Qt::LeftButton);
+    if (mode > 0)
+        principal_->Toolbar1_ButtonClick(button);
+    else
+        QTest::mouseClick(principal_->findChild<QToolButton*>(button), Qt::LeftButton);
     check();
-}
-
-void tst_frmprincipal::keys_without_a_button() {
-    start_with_all_windows();
-    const QSignalSpy shown(&*estado_, &ApplicationState::show_requested);
-    for (const auto& [name, mode] : {std::pair{"p", 1}, {"v", 2}, {"t", 3}}) {
-        principal_->Toolbar1_ButtonClick(name);
-        QCOMPARE(estado_->calculation_mode, mode);
-    }
-    QCOMPARE(shown.count(), 3);
+    const QSignalSpy others(&*estado_, &ApplicationState::show_requested);
     for (const char* unknown : {"", "P", "nada"})
         principal_->Toolbar1_ButtonClick(unknown);
-    QCOMPARE(shown.count(), 3);
+    QVERIFY(others.isEmpty());
 }
 
 void tst_frmprincipal::plot_entries_follow_the_plot_window() {
@@ -348,38 +328,32 @@ void tst_frmprincipal::units_back_and_forth() {
     QCOMPARE(ticks(), moles);
     QCOMPARE(calls_, (QStringList{"unit 0>1", "unit 1>0"}));
     QCOMPARE(announced.count(), 4);
-}
-
-void tst_frmprincipal::a_failed_change_of_unit_leaves_the_ticks() {
-    start_with_all_windows();
     calls_.append("fail");
     QVERIFY_THROWS_EXCEPTION(std::runtime_error, principal_->mnugramos_Click());
     QCOMPARE(estado_->amount_unit(), AmountUnit::Moles);
-    QVERIFY(entry("mnumoles")->isChecked() && !entry("mnugramos")->isChecked());
+    QCOMPARE(ticks(), moles);
 }
 
 void tst_frmprincipal::language_menu() {
     start();
-    QCOMPARE(entry("mnuidiomas(1)")->text(), "Alfa");
-    QCOMPARE(entry("mnuidiomas(2)")->text(), "Beta && Co");
     QVERIFY(entry("mnuidiomas(1)")->isChecked() && !entry("mnuidiomas(2)")->isChecked());
-    QVERIFY(entry("mnuidiomas(3)")->isSeparator());
-    QCOMPARE(entry("mnuidiomas(4)")->text(), "&29-th");
     home_->write("idioma.lng", numbered_table() + "[Gamma]\r\n");
     estado_->invalidate_languages();
     QCOMPARE(entry("mnuidiomas(3)")->text(), "Gamma");
     QCOMPARE(entry("mnuidiomas(5)")->text(), "&29-th");
+    cleanup();
+    init();
+    start(numbered_table("Gamma"));  // active without a section
+    QCOMPARE(principal_->findChild<QMenu*>("mnuarchivos")->title(), "");
+    QCOMPARE(entry("mnunuevo")->text(), "");
+    QVERIFY(!entry("mnuidiomas(1)")->isChecked() && !entry("mnuidiomas(2)")->isChecked());
 }
 
 void tst_frmprincipal::choosing_a_language() {
     start();
     for (const auto& [chosen, written] : {std::pair{"mnuidiomas(2)", "Beta & Co"}, {"mnuidiomas(1)", "Alfa"}}) {
-        mensajes_->vistos.clear();
         entry(chosen)->trigger();
-        QCOMPARE(mensajes_->vistos.size(), 1U);
-        QCOMPARE(mensajes_->vistos[0].texto, "&168-th");
-        QCOMPARE(mensajes_->vistos[0].estilo, 64);
-        QCOMPARE(mensajes_->vistos[0].titulo, "7-th");
+        told("&168-th", 64);
         QVERIFY(home_->read("idioma.lng").startsWith("[idioma]\r\nidioma=" + QByteArray(written) + "\r\n"));
         // The running program keeps its language.
         QCOMPARE(estado_->language(), "ALFA");
@@ -388,35 +362,20 @@ void tst_frmprincipal::choosing_a_language() {
     }
 }
 
-void tst_frmprincipal::a_language_gone_from_the_file() {
+void tst_frmprincipal::a_choice_that_cannot_be_kept_changes_nothing() {
     start();
     QByteArray cut = numbered_table();
     cut.replace("[Beta & Co]", "[Otro]");
     home_->write("idioma.lng", cut);
     QVERIFY(!principal_->seleccionar_idioma("Beta & Co"));
-    QCOMPARE(mensajes_->vistos.size(), 1U);
-    QCOMPARE(mensajes_->vistos[0].texto, "&167-th");
-    QCOMPARE(mensajes_->vistos[0].estilo, 16);
-    QCOMPARE(mensajes_->vistos[0].titulo, "7-th");
+    told("&167-th", 16);
     QCOMPARE(home_->read("idioma.lng"), cut);
-}
-
-void tst_frmprincipal::a_refused_rewrite_changes_nothing() {
-    start();
+    home_->write("idioma.lng", numbered_table());
     home_->write("fich.tmp", "another rewrite under way");
     QVERIFY(!principal_->seleccionar_idioma("Beta & Co"));
-    QCOMPARE(mensajes_->vistos.size(), 1U);
-    QVERIFY(mensajes_->vistos[0].texto.startsWith("&528-th\n"));
-    QCOMPARE(mensajes_->vistos[0].estilo, 16);
+    told("&528-th\n", 16);
     QCOMPARE(home_->read("idioma.lng"), numbered_table());
     QVERIFY(entry("mnuidiomas(1)")->isChecked());
-}
-
-void tst_frmprincipal::an_active_language_without_a_section() {
-    start(numbered_table("Gamma"));
-    QCOMPARE(principal_->findChild<QMenu*>("mnuarchivos")->title(), "");
-    QCOMPARE(entry("mnunuevo")->text(), "");
-    QVERIFY(!entry("mnuidiomas(1)")->isChecked() && !entry("mnuidiomas(2)")->isChecked());
 }
 
 void tst_frmprincipal::first_steps_come_and_go() {
@@ -474,17 +433,14 @@ void tst_frmprincipal::a_large_child_leaves_the_title_below_it_free() {
     const QWidget* large = estado_->open_window("frmgraficos")->parentWidget();
     QVERIFY(large->y() >= below->y() + 20);
     QVERIFY(area()->viewport()->rect().contains(large->geometry()));
-}
-
-void tst_frmprincipal::a_child_larger_than_the_area_is_maximised() {
-    estado_->register_window("frmgraficos", [] {
+    estado_->open_window("frmgraficos")->close();
+    estado_->register_window("frmgases", [] {
         auto* window = new QWidget;
-        window->setMinimumSize(3000, 200);
+        window->setMinimumSize(3000, 200);  // larger than the area
         return window;
     });
-    start();
-    estado_->show_window("frmgraficos");
-    QVERIFY(estado_->open_window("frmgraficos")->parentWidget()->isMaximized());
+    estado_->show_window("frmgases");
+    QVERIFY(estado_->open_window("frmgases")->parentWidget()->isMaximized());
 }
 
 void tst_frmprincipal::keys_close_the_child_in_front() {
@@ -503,15 +459,6 @@ void tst_frmprincipal::keys_close_the_child_in_front() {
             QVERIFY(estado_->open_window("frmtabla"));
         }
     }
-}
-
-void tst_frmprincipal::dialogs_stand_in_front() {
-    start_with_all_windows();
-    estado_->show_window("frmescala");
-    QWidget* dialog = estado_->open_window("frmescala");
-    QVERIFY(dialog->isWindow() && dialog->isVisible());
-    QCOMPARE(dialog->parentWidget(), &*principal_);
-    QVERIFY(area()->subWindowList().isEmpty());
 }
 
 void tst_frmprincipal::status_line() {

@@ -19,10 +19,8 @@ private slots:
     void without_splash_the_main_window_comes_at_once();
     void the_splash_is_followed_by_the_main_window();
     void a_missing_language_file_stops_the_start();
-    void a_missing_database_stops_the_start_data();
     void a_missing_database_stops_the_start();
     void a_half_written_file_is_completed_before_it_is_read();
-    void numbers_have_a_point();
 
 private:
     frmSplash* splash() const {
@@ -49,10 +47,12 @@ void tst_inicio::cleanup() {
 }
 
 void tst_inicio::without_splash_the_main_window_comes_at_once() {
+    QLocale::setDefault(QLocale(QLocale::Spanish, QLocale::Spain));
     Inicio inicio(*estado_, mensajes_);
     inicio.empezar(false);
     QVERIFY(inicio.principal()->isVisible());
     QVERIFY(!splash());
+    QCOMPARE(QLocale().decimalPoint(), ".");  // whatever the system's
 }
 
 void tst_inicio::the_splash_is_followed_by_the_main_window() {
@@ -73,27 +73,23 @@ void tst_inicio::a_missing_language_file_stops_the_start() {
     QVERIFY(!splash());
 }
 
-void tst_inicio::a_missing_database_stops_the_start_data() {
-    QTest::addColumn<bool>("with_splash");
-    QTest::newRow("splash") << true;
-    QTest::newRow("no splash") << false;
-}
-
 void tst_inicio::a_missing_database_stops_the_start() {
-    QFETCH(bool, with_splash);
     std::filesystem::remove(home_->path() / "data");
-    Inicio inicio(*estado_, mensajes_);
-    const QSignalSpy failed(&inicio, &Inicio::fallido);
-    if (with_splash) {
-        inicio.empezar(true);
-        QTest::keyClick(splash(), Qt::Key_Escape);
-        QCOMPARE(failed.count(), 1);
-        QVERIFY_THROWS_EXCEPTION(tavo::FileNotFound,
-                                 std::rethrow_exception(failed.first().first().value<std::exception_ptr>()));
-    } else {
-        QVERIFY_THROWS_EXCEPTION(tavo::FileNotFound, inicio.empezar(false));
+    for (const bool with_splash : {true, false}) {
+        estado_.emplace(home_->path());
+        Inicio inicio(*estado_, mensajes_);
+        const QSignalSpy failed(&inicio, &Inicio::fallido);
+        if (with_splash) {
+            inicio.empezar(true);
+            QTest::keyClick(splash(), Qt::Key_Escape);
+            QCOMPARE(failed.count(), 1);
+            QVERIFY_THROWS_EXCEPTION(tavo::FileNotFound,
+                                     std::rethrow_exception(failed.first().first().value<std::exception_ptr>()));
+        } else {
+            QVERIFY_THROWS_EXCEPTION(tavo::FileNotFound, inicio.empezar(false));
+        }
+        QVERIFY(!inicio.principal()->isVisible());
     }
-    QVERIFY(!inicio.principal()->isVisible());
 }
 
 void tst_inicio::a_half_written_file_is_completed_before_it_is_read() {
@@ -104,13 +100,6 @@ void tst_inicio::a_half_written_file_is_completed_before_it_is_read() {
     inicio.empezar(false);
     QCOMPARE(home_->read("data"), whole);
     QVERIFY(!std::filesystem::exists(home_->path() / "fich.tmp"));
-}
-
-void tst_inicio::numbers_have_a_point() {
-    QLocale::setDefault(QLocale(QLocale::Spanish, QLocale::Spain));
-    Inicio inicio(*estado_, mensajes_);
-    inicio.empezar(false);
-    QCOMPARE(QLocale().decimalPoint(), ".");
 }
 
 QTEST_MAIN(tst_inicio)
