@@ -15,6 +15,13 @@ using laboratorio::Instrument;
 
 namespace {
 
+struct Escala {
+    Instrument kind;
+    QString name;
+    double minimum, maximum;
+    QString middle;  // as the tool tip says it
+};
+
 /// The three sheets side by side, as the laboratory shows them.
 class Banco : public QWidget {
 public:
@@ -94,26 +101,18 @@ void tst_instrumentos::init() {
 }
 
 void tst_instrumentos::instruments() {
-    QTest::addColumn<Instrument>("kind");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<double>("minimum");
-    QTest::addColumn<double>("maximum");
-    QTest::addColumn<QString>("middle");  // as the tool tip says it
-    QTest::newRow("piston") << Instrument::Piston << "pctpiston" << 0.0 << 10.0 << "5.00 l";
-    QTest::newRow("thermometer") << Instrument::Thermometer << "termometro" << 273.16 << 373.16 << "323.16 ºK";
-    QTest::newRow("thermocouple") << Instrument::Thermocouple << "termopar" << 0.0 << 1000.0 << "500.00 ºK";
-    QTest::newRow("barometer") << Instrument::Barometer << "barometro1" << 0.0 << 2.0 << "1.00 atm";
-    QTest::newRow("manometer") << Instrument::Manometer << "Manometro" << 0.0 << 500.0 << "250.00 atm";
+    QTest::addColumn<Escala>("is");
+    QTest::newRow("piston") << Escala{Instrument::Piston, "pctpiston", 0.0, 10.0, "5.00 l"};
+    QTest::newRow("thermometer") << Escala{Instrument::Thermometer, "termometro", 273.16, 373.16, "323.16 ºK"};
+    QTest::newRow("thermocouple") << Escala{Instrument::Thermocouple, "termopar", 0.0, 1000.0, "500.00 ºK"};
+    QTest::newRow("barometer") << Escala{Instrument::Barometer, "barometro1", 0.0, 2.0, "1.00 atm"};
+    QTest::newRow("manometer") << Escala{Instrument::Manometer, "Manometro", 0.0, 500.0, "250.00 atm"};
 }
 
 void tst_instrumentos::the_hand_tells_the_value() {
-    QFETCH(Instrument, kind);
-    QFETCH(QString, name);
-    QFETCH(double, minimum);
-    QFETCH(double, maximum);
-    QFETCH(QString, middle);
-    Instrumento* instrument = banco_->take(kind);
-    QCOMPARE(instrument->objectName(), name);
+    QFETCH(const Escala, is);
+    Instrumento* instrument = banco_->take(is.kind);
+    QCOMPARE(instrument->objectName(), is.name);
     // An even height, so that its middle is a pixel.
     instrument->resize(instrument->width(), instrument->height() / 2 * 2);
     const int x = instrument->width() / 2, height = instrument->height();
@@ -121,24 +120,25 @@ void tst_instrumentos::the_hand_tells_the_value() {
         up(instrument, &Instrumento::MouseUp);
 
     QTest::mouseMove(instrument, QPoint(x, height / 2));
-    QCOMPARE(instrument->toolTip(), middle);
+    QCOMPARE(instrument->toolTip(), is.middle);
     QTest::mousePress(instrument, Qt::RightButton, {}, QPoint(x, 5));
     QTest::mouseRelease(instrument, Qt::RightButton, {}, QPoint(x, 5));
     QVERIFY(down.isEmpty() && moved.isEmpty() && up.isEmpty());
 
     for (const int y : {0, height / 4, height / 2, height - 1}) {
         QTest::mousePress(instrument, Qt::LeftButton, {}, QPoint(x, y));
-        QVERIFY(std::abs(said(down) - (maximum - (maximum - minimum) * y / height)) < 1e-9 * maximum);
+        QVERIFY(std::abs(said(down) - (is.maximum - (is.maximum - is.minimum) * y / height)) < 1e-9 * is.maximum);
         QTest::mouseRelease(instrument, Qt::LeftButton, {}, QPoint(x, y));
     }
     QVERIFY(instrument->hasFocus());
     QCOMPARE(up.count(), 4);
 
     QTest::mousePress(instrument, Qt::LeftButton, {}, QPoint(x, height / 2));
-    for (const auto& [y, value] : {std::pair(height / 4, maximum - (maximum - minimum) * (height / 4) / height),
-                                   std::pair(-300, maximum), std::pair(height + 300, minimum)}) {
+    for (const auto& [y, value] :
+         {std::pair(height / 4, is.maximum - (is.maximum - is.minimum) * (height / 4) / height),
+          std::pair(-300, is.maximum), std::pair(height + 300, is.minimum)}) {
         QTest::mouseMove(instrument, QPoint(x - 500, y));
-        QVERIFY(std::abs(said(moved) - value) < 1e-9 * maximum);
+        QVERIFY(std::abs(said(moved) - value) < 1e-9 * is.maximum);
     }
     QTest::mouseRelease(instrument, Qt::LeftButton, {}, QPoint(x, height / 2));
     moved.clear();
@@ -183,29 +183,26 @@ void tst_instrumentos::keys_and_wheel() {
 }
 
 void tst_instrumentos::a_screen_reader_hears_and_moves_it() {
-    QFETCH(Instrument, kind);
-    QFETCH(double, minimum);
-    QFETCH(double, maximum);
-    QFETCH(QString, middle);
-    Instrumento* instrument = banco_->take(kind);
-    instrument->set_value((minimum + maximum) / 2.0);
+    QFETCH(const Escala, is);
+    Instrumento* instrument = banco_->take(is.kind);
+    instrument->set_value((is.minimum + is.maximum) / 2.0);
     QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(instrument);
     QVERIFY(spoken && spoken->valueInterface());
-    QCOMPARE(spoken->role(), kind == Instrument::Manometer ? QAccessible::Dial : QAccessible::Slider);
-    QCOMPARE(spoken->text(QAccessible::Value), middle);
+    QCOMPARE(spoken->role(), is.kind == Instrument::Manometer ? QAccessible::Dial : QAccessible::Slider);
+    QCOMPARE(spoken->text(QAccessible::Value), is.middle);
     instrument->set_spoken(QStringLiteral("Variable"), QStringLiteral("12 u"));
     QCOMPARE(spoken->text(QAccessible::Name), "Variable");
     QCOMPARE(spoken->text(QAccessible::Value), "12 u");
 
     QAccessibleValueInterface* value = spoken->valueInterface();
-    QCOMPARE(value->minimumValue().toDouble(), minimum);
-    QCOMPARE(value->maximumValue().toDouble(), maximum);
+    QCOMPARE(value->minimumValue().toDouble(), is.minimum);
+    QCOMPARE(value->maximumValue().toDouble(), is.maximum);
     QSignalSpy stepped(instrument, &Instrumento::key_step);
-    value->setCurrentValue(maximum + 1.0);
-    QCOMPARE(said(stepped), maximum);
+    value->setCurrentValue(is.maximum + 1.0);
+    QCOMPARE(said(stepped), is.maximum);
 
-    instrument->set_value(maximum + 1.0);
-    QCOMPARE(value->currentValue().toDouble(), maximum);
+    instrument->set_value(is.maximum + 1.0);
+    QCOMPARE(value->currentValue().toDouble(), is.maximum);
     qobject_cast<Lamina*>(instrument->parentWidget())->set_texts([](int number, const QString&) {
         return number == 650 ? QStringLiteral("%1!") : QStringLiteral("%1?");
     });
@@ -214,19 +211,17 @@ void tst_instrumentos::a_screen_reader_hears_and_moves_it() {
 
 /// What is drawn for a value differs from the picture of the scale's end from the value's height on.
 void tst_instrumentos::it_is_drawn_at_its_height() {
-    QFETCH(Instrument, kind);
-    QFETCH(double, minimum);
-    QFETCH(double, maximum);
-    Instrumento* instrument = banco_->take(kind);
+    QFETCH(const Escala, is);
+    Instrumento* instrument = banco_->take(is.kind);
     banco_->piston.set_gas(1.0, 300.0);
-    instrument->set_value(minimum);
+    instrument->set_value(is.minimum);
     const QImage lowest = picture(*instrument);
     for (const double part : {0.03, 0.25, 0.5, 0.9, 1.0}) {
-        instrument->set_value(minimum + part * (maximum - minimum));
+        instrument->set_value(is.minimum + part * (is.maximum - is.minimum));
         const double expected = instrument->height() * (1.0 - part);
         const auto [first, last] = rows_that_differ(lowest, picture(*instrument));
         QVERIFY(first >= 0);
-        if (kind == Instrument::Thermocouple || kind == Instrument::Manometer)
+        if (is.kind == Instrument::Thermocouple || is.kind == Instrument::Manometer)
             QVERIFY2(first <= expected + 1.0, "the pointer's middle is at the value, not its top");
         else
             QVERIFY2(std::abs(first - expected) <= 1.0, qPrintable(QString::number(first - expected)));
@@ -235,17 +230,15 @@ void tst_instrumentos::it_is_drawn_at_its_height() {
 
 /// The screen after partial repaints is the screen drawn anew.
 void tst_instrumentos::a_change_leaves_nothing_behind() {
-    QFETCH(Instrument, kind);
-    QFETCH(double, minimum);
-    QFETCH(double, maximum);
-    Instrumento* instrument = banco_->take(kind);
+    QFETCH(const Escala, is);
+    Instrumento* instrument = banco_->take(is.kind);
     banco_->piston.set_gas(1.0, 300.0);
     const auto screen = [this] {
         QCoreApplication::processEvents();
         return banco_->screen()->grabWindow(banco_->winId()).toImage();
     };
     for (const double part : {0.2, 0.7, 1.1, -0.1, 0.9, -0.1, 0.0, 0.45, 0.451}) {
-        instrument->set_value(minimum + part * (maximum - minimum));
+        instrument->set_value(is.minimum + part * (is.maximum - is.minimum));
         const QImage partly = screen();
         banco_->repaint();
         for (QWidget* child : banco_->findChildren<QWidget*>())
@@ -256,10 +249,8 @@ void tst_instrumentos::a_change_leaves_nothing_behind() {
 }
 
 void tst_instrumentos::a_value_beyond_the_scale_shows_at_its_end() {
-    QFETCH(Instrument, kind);
-    QFETCH(double, minimum);
-    QFETCH(double, maximum);
-    Instrumento* instrument = banco_->take(kind);
+    QFETCH(const Escala, is);
+    Instrumento* instrument = banco_->take(is.kind);
     QWidget& sheet = *instrument->parentWidget();
     const auto red_beyond = [&](bool above) {
         const QImage image = picture(sheet);
@@ -272,7 +263,7 @@ void tst_instrumentos::a_value_beyond_the_scale_shows_at_its_end() {
         return count;
     };
     for (const bool above : {true, false}) {
-        const double end = above ? maximum : minimum;
+        const double end = above ? is.maximum : is.minimum;
         instrument->set_value(end);
         QVERIFY(!instrument->pinned());
         QCOMPARE(red_beyond(above), 0);
@@ -281,7 +272,7 @@ void tst_instrumentos::a_value_beyond_the_scale_shows_at_its_end() {
         QVERIFY(red_beyond(above) > 20);
     }
     instrument->set_value(std::nan(""));
-    QCOMPARE(instrument->value(), minimum - 0.01);
+    QCOMPARE(instrument->value(), is.minimum - 0.01);
 }
 
 void tst_instrumentos::the_piston_goes_with_the_volume() {

