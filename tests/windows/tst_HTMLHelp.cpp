@@ -34,7 +34,6 @@ private slots:
     void f1_opens_the_page_of_the_window_data();
     void f1_opens_the_page_of_the_window();
     void f1_in_a_modal_dialog();
-    void what_cannot_be_opened_is_told_data();
     void what_cannot_be_opened_is_told();
     void a_file_that_changes_while_it_is_read();
     void the_platforms_viewer();
@@ -133,30 +132,21 @@ void tst_HTMLHelp::f1_in_a_modal_dialog() {
     QVERIFY(help_->visor()->isVisible());
 }
 
-void tst_HTMLHelp::what_cannot_be_opened_is_told_data() {
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<int>("style");
-    QTest::addColumn<QString>("begin");
-    const QString damaged = "El archivo de ayuda Español.chm está dañado y no se puede leer.";
-    QTest::newRow("missing") << QByteArray() << 64 << "No se encuentra el archivo de ayuda de este idioma.";
-    QTest::newRow("empty") << QByteArray("") << 0 << damaged;
-    QTest::newRow("cut") << whole_.first(3000) << 0 << damaged;
-    QTest::newRow("without pages") << without_pages_ << 0 << damaged;
-}
-
 void tst_HTMLHelp::what_cannot_be_opened_is_told() {
-    QFETCH(QByteArray, bytes);
-    QFETCH(int, style);
-    QFETCH(QString, begin);
-    if (bytes.isNull())
-        std::filesystem::remove(home_->path() / "Español.chm");
-    else
-        home_->write("Español.chm", bytes);
-    f1(&*principal_);
-    QCOMPARE(boxes_.vistos.size(), std::size_t{1});
-    QCOMPARE(boxes_.vistos[0].estilo, style);
-    QVERIFY2(boxes_.vistos[0].texto.startsWith(begin), qPrintable(boxes_.vistos[0].texto));
-    QVERIFY(!help_->visor());
+    const QByteArray file = "Español.chm";
+    for (const QByteArray& bytes : {QByteArray(), QByteArray(""), whole_.first(3000), without_pages_}) {
+        home_->write(file, bytes);
+        if (bytes.isNull())
+            std::filesystem::remove(home_->path() / file.toStdString());
+        boxes_.vistos.clear();
+        f1(&*principal_);
+        QCOMPARE(boxes_.vistos.size(), std::size_t{1});
+        QCOMPARE(boxes_.vistos[0].estilo, bytes.isNull() ? 64 : 0);
+        QVERIFY(boxes_.vistos[0].texto.startsWith(
+            bytes.isNull() ? "No se encuentra el archivo de ayuda de este idioma."
+                           : "El archivo de ayuda Español.chm está dañado y no se puede leer."));
+        QVERIFY(!help_->visor());
+    }
 }
 
 void tst_HTMLHelp::a_file_that_changes_while_it_is_read() {

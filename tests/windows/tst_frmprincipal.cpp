@@ -73,7 +73,6 @@ private slots:
 
     void menus_hold_their_entries();
     void toolbar_positions_and_tips();
-    void a_disabled_menu_entry_shows_its_tip();
     void entries_open_their_windows_data();
     void entries_open_their_windows();
     void plot_entries_follow_the_plot_window();
@@ -88,7 +87,6 @@ private slots:
     void a_large_child_leaves_the_title_below_it_free();
     void keys_close_the_child_in_front();
     void status_line();
-    void a_window_with_unsaved_data_can_hold_the_program_back();
     void leaving_ends_the_program();
 
 private:
@@ -196,16 +194,6 @@ void tst_frmprincipal::toolbar_positions_and_tips() {
              "32-th (" + entry("mnunuevo")->shortcut().toString(QKeySequence::NativeText) + ')');
 }
 
-void tst_frmprincipal::a_disabled_menu_entry_shows_its_tip() {
-    start();
-    QVERIFY(!entry("mnuescala")->isEnabled());
-    auto* menu = principal_->findChild<QMenu*>("mnugraficos");
-    menu->popup(principal_->pos());
-    QTest::mouseMove(menu, menu->actionGeometry(entry("mnuescala")).center());
-    QTRY_COMPARE(principal_->statusBar()->currentMessage(), "&515-th");
-    menu->close();
-}
-
 void tst_frmprincipal::entries_open_their_windows_data() {
     QTest::addColumn<QString>("button");
     QTest::addColumn<QString>("window");
@@ -280,6 +268,11 @@ void tst_frmprincipal::plot_entries_follow_the_plot_window() {
         for (const char* name : {"mnudibujos", "mnuescala", "graficas", "escala"})
             QCOMPARE(entry(name)->isEnabled(), open);
     }
+    auto* menu = principal_->findChild<QMenu*>("mnugraficos");
+    menu->popup(principal_->pos());
+    QTest::mouseMove(menu, menu->actionGeometry(entry("mnuescala")).center());
+    QTRY_COMPARE(principal_->statusBar()->currentMessage(), "&515-th");  // though it is disabled
+    menu->close();
 }
 
 void tst_frmprincipal::state_at_start() {
@@ -475,17 +468,6 @@ void tst_frmprincipal::status_line() {
     QTRY_COMPARE(text("lbestado"), "");
 }
 
-void tst_frmprincipal::a_window_with_unsaved_data_can_hold_the_program_back() {
-    class Terca final : public QWidget {
-        void closeEvent(QCloseEvent* event) override { event->ignore(); }
-    };
-    start_with_all_windows();
-    estado_->register_window("frmgases", [] { return new Terca; });
-    estado_->show_window("frmgases");
-    QVERIFY(!principal_->close());
-    QVERIFY(principal_->isVisible());
-}
-
 void tst_frmprincipal::leaving_ends_the_program() {
     for (const char* way : {"mnusalir", "salir", ""}) {  // the last: the window's own button
         cleanup();
@@ -496,6 +478,16 @@ void tst_frmprincipal::leaving_ends_the_program() {
         QTimer::singleShot(5000, &*principal_, [] { QCoreApplication::exit(9); });
         QCOMPARE(QCoreApplication::exec(), 0);
     }
+    class Terca final : public QWidget {
+        void closeEvent(QCloseEvent* event) override { event->ignore(); }  // its data are not saved
+    };
+    cleanup();
+    init();
+    estado_->register_window("frmgases", [] { return new Terca; });
+    start();
+    estado_->show_window("frmgases");
+    QVERIFY(!principal_->close());
+    QVERIFY(principal_->isVisible());
 }
 
 QTEST_MAIN(tst_frmprincipal)
