@@ -129,10 +129,6 @@ void tst_frmdatos::the_virial_equation_brings_its_notice() {
     QCOMPARE(notice.texto, w_->estado.texto(87) + '\r' + w_->estado.texto(88) + '\r' + w_->estado.texto(89));
     QCOMPARE(notice.estilo, 64);
     QVERIFY(notice.titulo.isEmpty());
-    // Not again when the window is opened with such a row.
-    window->close();
-    w_->datos();
-    QCOMPARE(w_->mensajes.vistos.size(), 1U);
 }
 
 void tst_frmdatos::entries_are_kept_inside_their_limits() {
@@ -245,7 +241,7 @@ void tst_frmdatos::keys_and_pastes_that_are_no_number_are_swallowed() {
 
 void tst_frmdatos::the_window_shows_the_slots_again_when_it_is_reopened() {
     w_->row(1, "CO2 ", PENG_ROBINSON, "280.5", "2.25");
-    w_->row(4, "N2 ", 1, "77", "0.5");
+    w_->row(4, "N2 ", VIRIAL, "77", "0.5");
     w_->datos()->close();
     QVERIFY(!w_->estado.open_window("frmdatos"));
     QCOMPARE(w_->slot(1).moles, 2.25);
@@ -258,7 +254,7 @@ void tst_frmdatos::the_window_shows_the_slots_again_when_it_is_reopened() {
     QVERIFY(control<QCheckBox>(again, "Check", 4)->isChecked());
     QVERIFY(!control<QCheckBox>(again, "Check", 2)->isChecked());
     QVERIFY(!control<QWidget>(again, "txttemp", 2)->isEnabled());
-    QVERIFY(w_->mensajes.vistos.empty());
+    QCOMPARE(w_->mensajes.vistos.size(), 1U);  // the notice of the choice, not again
 }
 
 void tst_frmdatos::the_unit_of_amounts_changes_back_and_forth() {
