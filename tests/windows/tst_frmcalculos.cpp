@@ -84,7 +84,7 @@ private slots:
     void everything_is_seen_in_every_language();
 
 private:
-    frmcalculos* open(int mode = 0);
+    void open(int mode = 0);  // anew
     void close() { delete window_.data(); }
     template <class Control = QLineEdit>
     Control* control(const char* name) const {
@@ -138,6 +138,7 @@ void tst_frmcalculos::init() {
     QVERIFY(estado_->gas_names()->index(WATER - 1, 0).data().toString().startsWith("H2O"));
     messages_.vistos.clear();
     status_.clear();
+    open();
 }
 
 void tst_frmcalculos::cleanup() {
@@ -146,18 +147,18 @@ void tst_frmcalculos::cleanup() {
     home_.reset();
 }
 
-frmcalculos* tst_frmcalculos::open(int mode) {
+void tst_frmcalculos::open(int mode) {
+    close();
     estado_->calculation_mode = mode;
     window_ = qobject_cast<frmcalculos*>(estado_->window("frmcalculos"));
     window_->show();
     window_->activateWindow();
     if (!QTest::qWaitForWindowActive(window_))
         qFatal("the window is not active");
-    return window_;
 }
 
 void tst_frmcalculos::a_fresh_window_shows_its_defaults_and_waits() {
-    QCOMPARE(open()->windowTitle(), "Calcular f (P,V,T), Pv y Hvap");
+    QCOMPARE(window_->windowTitle(), "Calcular f (P,V,T), Pv y Hvap");
     const char* const texts[] = {"1.000", "300.0000", "6.1460", "1.0000"};
     for (std::size_t i = 0; i < std::size(ENTRIES); ++i)
         QCOMPARE(text(ENTRIES[i]), texts[i]);
@@ -194,12 +195,10 @@ void tst_frmcalculos::a_mode_chooses_the_unknown_and_calculates() {
                 QCOMPARE(control<>(entry)->isReadOnly(), QLatin1String(row.unknown) == QLatin1String(entry));
             emit estado_->calculation_mode_changed(estado_->calculation_mode = 0);
             QVERIFY(control<>(row.unknown)->isReadOnly());
-            close();
         }
 }
 
 void tst_frmcalculos::water_is_as_core_alone_says_in_every_unit() {
-    open();
     water("373");
     Expected core(estado_->data(), WATER, EquationOfState::Soave, 373.0);
     const auto [pv, vl, vg] = core.saturation;
@@ -240,7 +239,6 @@ void tst_frmcalculos::water_is_as_core_alone_says_in_every_unit() {
 }
 
 void tst_frmcalculos::the_enthalpy_waits_for_digits_of_the_pressure() {
-    open();
     water("250");
     const Expected core(estado_->data(), WATER, EquationOfState::Soave, 250.0);
     QVERIFY(core.saturation.pv > 0.0 && core.saturation.pv < 0.005);
@@ -301,12 +299,10 @@ void tst_frmcalculos::an_entry_that_is_too_small_is_refused_once() {
         // Other changes do not repeat what has been told.
         choose(WATER, EquationOfState::PengRobinson);
         QCOMPARE(messages_.vistos.size(), 4U);
-        close();
     }
 }
 
 void tst_frmcalculos::the_button_leaves_the_focus_in_its_entry() {
-    open();
     QMdiArea area;  // whose frames take the focus at a click
     area.addSubWindow(window_)->showMaximized();
     area.resize(1200, 500);
@@ -325,7 +321,6 @@ void tst_frmcalculos::the_button_leaves_the_focus_in_its_entry() {
 }
 
 void tst_frmcalculos::a_negative_result_that_becomes_given_is_refused_once() {
-    open();
     choose(WATER, EquationOfState::VanDerWaals);
     type("txttemp", "300");
     type("txtvol", "0.06");  // inside the loop
@@ -337,7 +332,6 @@ void tst_frmcalculos::a_negative_result_that_becomes_given_is_refused_once() {
 }
 
 void tst_frmcalculos::what_is_half_typed_counts() {
-    open();
     choose(WATER, EquationOfState::VanDerWaals);
     const double b = estado_->slot_table()[0].gas.b;
     const auto pressure = [b](double v) { return format(tavo::R * 300.0 / (v - b) - 9.0 / (v * v)); };
@@ -356,7 +350,6 @@ void tst_frmcalculos::what_is_half_typed_counts() {
 }
 
 void tst_frmcalculos::units_that_disagree_about_0_K_refuse_nothing() {
-    open();
     type("txttemp", "0.1");
     const QString pressure = text("txtpress");
     for (int unit = 0; unit < 5; ++unit) {
@@ -369,7 +362,6 @@ void tst_frmcalculos::units_that_disagree_about_0_K_refuse_nothing() {
 }
 
 void tst_frmcalculos::the_unknown_follows_the_markers() {
-    open();
     water("700");
     // Around the circle by whole values: what four decimals leave would not come back.
     type("txtvol", "0.3");
@@ -388,7 +380,6 @@ void tst_frmcalculos::the_unknown_follows_the_markers() {
 }
 
 void tst_frmcalculos::grams_are_converted_by_the_molar_mass() {
-    open();
     water("373");
     const Expected core(estado_->data(), WATER, EquationOfState::Soave, 373.0);
     const QString one_mole = text("txtpress");
@@ -401,7 +392,6 @@ void tst_frmcalculos::grams_are_converted_by_the_molar_mass() {
 }
 
 void tst_frmcalculos::a_failed_solve_leaves_the_entries_and_says_why() {
-    open();
     water("373");
     const QString pressure = text("txtpress");
     status_.clear();
@@ -428,7 +418,6 @@ void tst_frmcalculos::a_failed_solve_leaves_the_entries_and_says_why() {
 }
 
 void tst_frmcalculos::coefficients_set_by_hand_stay_until_the_next_choice() {
-    open();
     water("373");
     const QString automatic = text("txta"), pressure = text("txtpress"), enthalpy = text("txtdh");
     type("txta", "7.5");
@@ -450,7 +439,6 @@ void tst_frmcalculos::coefficients_set_by_hand_stay_until_the_next_choice() {
 }
 
 void tst_frmcalculos::two_models_bring_a_notice() {
-    open();
     choose(WATER, EquationOfState::Virial);
     QCOMPARE(messages_.vistos.size(), 1U);
     QCOMPARE(messages_.vistos[0].texto, estado_->texto(87) + '\r' + estado_->texto(88) + '\r' + estado_->texto(89));
@@ -469,7 +457,6 @@ void tst_frmcalculos::two_models_bring_a_notice() {
 }
 
 void tst_frmcalculos::the_table_shows_all_models_and_is_copied() {
-    open();
     water("373");
     auto* table = control<QTableWidget>("gridmodelos");
     QVERIFY(!table->isVisible());
@@ -518,7 +505,6 @@ void tst_frmcalculos::the_table_shows_all_models_and_is_copied() {
 }
 
 void tst_frmcalculos::a_gas_without_critical_constants_gets_a_sentence() {
-    open();
     water("373");
     // Without critical constants there is a sentence and no result; with another gas it goes on.
     QByteArray data = home_->read("data");
@@ -567,7 +553,6 @@ void tst_frmcalculos::everything_is_seen_in_every_language() {
         for (const QLabel* label : window_->findChildren<QLabel*>())
             if (label->isVisible() && !label->wordWrap())
                 QVERIFY2(label->width() >= label->minimumSizeHint().width(), qPrintable(label->text()));
-        close();
     }
 }
 
