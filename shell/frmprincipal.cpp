@@ -568,7 +568,7 @@ void frmprincipal::mostrar_estado(const QString& text, int milliseconds) {
 }
 
 void frmprincipal::closeEvent(QCloseEvent* event) {
-    for (const char* name : {"frmgases", "frmIdioma"}) {  // they ask what becomes of data that are not saved
+    for (const char* name : {"frmgases", "frmcompuestos", "frmIdioma"}) {  // they ask before typed data are lost
         QWidget* window = estado_.open_window(QLatin1String(name));
         if (window && !window->close())
             return event->ignore();

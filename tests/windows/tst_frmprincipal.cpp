@@ -481,13 +481,14 @@ void tst_frmprincipal::leaving_ends_the_program() {
     class Terca final : public QWidget {
         void closeEvent(QCloseEvent* event) override { event->ignore(); }  // its data are not saved
     };
-    cleanup();
-    init();
-    estado_->register_window("frmgases", [] { return new Terca; });
-    start();
-    estado_->show_window("frmgases");
-    QVERIFY(!principal_->close());
-    QVERIFY(principal_->isVisible());
+    for (const char* asks : {"frmgases", "frmcompuestos", "frmIdioma"}) {
+        cleanup();
+        init();
+        estado_->register_window(asks, [] { return new Terca; });
+        start();
+        estado_->show_window(asks);
+        QVERIFY2(!principal_->close() && principal_->isVisible(), asks);
+    }
 }
 
 QTEST_MAIN(tst_frmprincipal)
