@@ -64,10 +64,6 @@ void set_compressibility(GasRecord& record) {
                                  to_text(record.pc) + " atm and vc " + to_text(record.vc) + " l/mol");
 }
 
-bool has_acentric_factor(EquationOfState equation) {
-    return equation == EquationOfState::Soave || equation == EquationOfState::PengRobinson;
-}
-
 /// The coefficients as stored, those that the model does not have as 0.
 DerivedCoefficients read_coefficients(const Section& section, const Model& model) {
     std::array<double, 4> stored{};

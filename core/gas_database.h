@@ -60,6 +60,11 @@ void load_slot(const confreg::Text& data, EquationSlot& slot, bool reload);
 /// w: acentric factor (7, 8), mu (6). Sources: see derive.cpp. Throws as cargargas.
 DerivedCoefficients derive(EquationOfState equation, double tc, double pc, double w, double mu, double temperature);
 
+/// Models 7 and 8: the third coefficient is the acentric factor, and a follows the temperature.
+constexpr bool has_acentric_factor(EquationOfState equation) {
+    return equation == EquationOfState::Soave || equation == EquationOfState::PengRobinson;
+}
+
 /// The acentric factor that the loader takes for a stored one: -1 means, in gases 1 to 28, the one known by number.
 double acentric_factor(double stored, std::int16_t gas);
 

@@ -23,7 +23,7 @@ std::size_t row(int set) {
 }
 
 bool has_acentric_factor(int set) {
-    return set == SOAVE || set == PENG_ROBINSON;
+    return tavo::Global::has_acentric_factor(static_cast<EquationOfState>(set));
 }
 
 /// Coefficients that "automatic" speaks of.

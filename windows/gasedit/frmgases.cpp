@@ -17,8 +17,10 @@
 #include "controls/lista_modelos.h"
 #include "core/calcnum.h"
 #include "core/errors.h"
+#include "core/gas_database.h"
 #include "core/numtext.h"
 #include "shell/textos.h"
+#include "windows/gasedit/parametros_logica.h"
 
 using tavo::EquationOfState;
 
@@ -32,14 +34,6 @@ constexpr const char* CONSTANT = "####0.0000";
 
 QString format(double x) {
     return QString::fromStdString(tavo::Format(x, CONSTANT));
-}
-
-bool has_acentric_factor(EquationOfState model) {
-    return model == EquationOfState::Soave || model == EquationOfState::PengRobinson;
-}
-
-bool depends_on_temperature(EquationOfState model) {
-    return model == EquationOfState::Virial || has_acentric_factor(model);
 }
 
 /// Sentences of a changing length that leave everything below them in its place.
@@ -424,7 +418,7 @@ void frmgases::chkauto_Click(bool checked) {
         borrador_.set_by_hand(conjunto(), gas);
     mostrar_conjunto();
     const auto model = static_cast<EquationOfState>(conjunto());
-    if (!checked || !depends_on_temperature(model))
+    if (!checked || !parametros::follows_temperature(model))
         return;
     QString notice = estado_.texto(199);
     if (model == EquationOfState::Virial)
@@ -571,7 +565,7 @@ void frmgases::mostrar_conjunto() {
     imgformula->set_model(model);
     chkauto->setEnabled(model != EquationOfState::IdealGas);
     chkauto->setChecked(automatic);
-    cajas_->set_read_only({automatic, automatic, automatic && !has_acentric_factor(model), automatic});
+    cajas_->set_read_only({automatic, automatic, automatic && !tavo::Global::has_acentric_factor(model), automatic});
     cajas_->forget_edits();
     cajas_->mu_box()->setModified(false);
     actualizar();
@@ -584,7 +578,7 @@ void frmgases::actualizar() {
     const auto model = static_cast<EquationOfState>(conjunto());
     const editor::ShownSet set = draft.shown(conjunto(), constantes());
     cajas_->update_values(model, set.c, set.mu);
-    if (has_acentric_factor(model) && !borrador_.automatic(conjunto()))
+    if (tavo::Global::has_acentric_factor(model) && !borrador_.automatic(conjunto()))
         cajas_->findChild<QLabel*>(QStringLiteral("lba"))->setText(QStringLiteral("a (Tc)"));
     lbnota_->setText(nota(set));
     punto_->show_point(set.slot.gas, tavo::calcnum::critical_point(set.slot));
@@ -597,7 +591,7 @@ QString frmgases::nota(const editor::ShownSet& set) const {
     if (!set.obstacle.empty() && gas.tc > 0.0 && gas.pc > 0.0)
         sentences << con_valor(texto_(723, QStringLiteral("No hay coeficientes: %1")),
                                QString::fromStdString(set.obstacle));
-    if (depends_on_temperature(model)) {
+    if (parametros::follows_temperature(model)) {
         if (borrador_.automatic(conjunto()))
             sentences << texto_(712, QStringLiteral("Valores a 298.15 K"));
         else if (model == EquationOfState::Virial)

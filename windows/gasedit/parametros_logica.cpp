@@ -21,10 +21,6 @@ std::size_t coefficient_count(EquationOfState model) {
     return row ? row->texts.size() : 0;
 }
 
-bool has_acentric_factor(EquationOfState model) {
-    return model == EquationOfState::Soave || model == EquationOfState::PengRobinson;
-}
-
 Coefficients coefficients_of(const GasRecord& gas, EquationOfState model) {
     Coefficients all{gas.a, gas.b, gas.c, gas.d};
     for (std::size_t k = coefficient_count(model); k < all.size(); ++k)
@@ -97,7 +93,7 @@ void begin_by_hand(Choice& choice, const EquationSlot& row, const Text& data) {
 }  // namespace
 
 bool follows_temperature(EquationOfState model) {
-    return model == EquationOfState::Virial || has_acentric_factor(model);
+    return model == EquationOfState::Virial || tavo::Global::has_acentric_factor(model);
 }
 
 // ---- The table of all gases
@@ -115,7 +111,7 @@ std::vector<std::string_view> column_labels(EquationOfState model) {
 const char* column_format(EquationOfState model, int k) {
     if (k < 2)
         return "####0.00000";
-    return k == 2 && has_acentric_factor(model) ? "####0.000" : "####0.000000";
+    return k == 2 && tavo::Global::has_acentric_factor(model) ? "####0.000" : "####0.000000";
 }
 
 Table::Table(Source database) : database_(std::move(database)) {}
